@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Builds the library with everything around it and passes its tests.
+# usage: scripts/test.sh [PRESET...]   presets of CMakePresets.json; without one: dev
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+scripts/setup.sh
+[ $# -gt 0 ] || set -- dev
+for preset in "$@"; do
+    echo "== $preset"
+    cmake --preset "$preset" --log-level=WARNING
+    cmake --build --preset "$preset"
+    ctest --preset "$preset"
+done
