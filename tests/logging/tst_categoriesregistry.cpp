@@ -1,0 +1,62 @@
+#include <logging/CategoriesRegistry.h>
+
+#include <QLoggingCategory>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace logging;
+
+Q_LOGGING_CATEGORY(network, "app.größe")
+
+class CategoriesRegistryTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void keepsNamesInOrderOfInsertion()
+    {
+        CategoriesRegistry registry;
+        const QList<QString> &live = registry.getCategories();
+        QVERIFY(live.isEmpty());
+        for (const QString &name : {u"b"_s, u"a"_s, QString(), u"b"_s}) {
+            registry.insertCategory(name);
+        }
+        QCOMPARE(live, QList<QString>({u"b"_s, u"a"_s, QString(), u"b"_s}));
+    }
+
+    void copiesAreIndependentAndMovesLeaveNothing()
+    {
+        CategoriesRegistry source;
+        source.insertCategory(u"a"_s);
+        CategoriesRegistry copy(source);
+        source.insertCategory(u"b"_s);
+        copy.insertCategory(u"c"_s);
+        QCOMPARE(source.getCategories(), QList<QString>({u"a"_s, u"b"_s}));
+        QCOMPARE(copy.getCategories(), QList<QString>({u"a"_s, u"c"_s}));
+
+        copy = std::move(source);
+        QCOMPARE(copy.getCategories(), QList<QString>({u"a"_s, u"b"_s}));
+        QVERIFY(source.getCategories().isEmpty());
+        const CategoriesRegistry moved(std::move(copy));
+        copy.insertCategory(u"d"_s);
+        QCOMPARE(copy.getCategories(), QList<QString>({u"d"_s}));
+        QCOMPARE(moved.getCategories().size(), 2);
+    }
+
+    void registrarEntersIntoItsRegistryOnly()
+    {
+        CategoriesRegistry registry;
+        {
+            CategoriesRegistrar first(network, registry);
+            first = CategoriesRegistrar(first);
+        }
+        QCOMPARE(registry.getCategories(), QList<QString>({u"app.größe"_s}));
+        QVERIFY(CategoriesRegistrySingleton::getInstance().getCategories().isEmpty());
+        const CategoriesRegistrar second(network, CategoriesRegistrySingleton::getInstance());
+        QCOMPARE(CategoriesRegistrySingleton::getInstance().getCategories(), registry.getCategories());
+    }
+};
+
+QTEST_GUILESS_MAIN(CategoriesRegistryTest)
+#include "tst_categoriesregistry.moc"
