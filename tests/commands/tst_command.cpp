@@ -1,0 +1,76 @@
+#include "TestCommand.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class CommandTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newCommand()
+    {
+        TestData record(u"a"_s);
+        {
+            TestCommand command(&record);
+            QCOMPARE(command.getCommandData(), &record);
+            QVERIFY(!command.isPaused());
+            QVERIFY(!command.isCancelled());
+            QVERIFY(command.Command::isFinished());
+            QVERIFY(QMetaType::fromName("QSharedPointer<Command>").isValid());
+        }
+        record.setStatus(CommandData::FINISHED); // the record outlives its command
+    }
+
+    void flagsAndHooks_data()
+    {
+        QTest::addColumn<QString>("operations");
+        QTest::addColumn<bool>("paused");
+        QTest::addColumn<bool>("cancelled");
+        QTest::newRow("pause twice") << u"pause pause"_s << true << false;
+        QTest::newRow("cancel twice") << u"cancel cancel"_s << false << true;
+        QTest::newRow("resume unpaused") << u"resume"_s << false << false;
+        QTest::newRow("resume") << u"pause resume"_s << false << false;
+        QTest::newRow("execute ends a pause") << u"pause execute"_s << false << false;
+        QTest::newRow("execute keeps a cancellation") << u"cancel execute"_s << false << true;
+    }
+    void flagsAndHooks()
+    {
+        QFETCH(const QString, operations);
+        QFETCH(const bool, paused);
+        QFETCH(const bool, cancelled);
+        TestData record(u"a"_s);
+        TestCommand command(&record, [&](TestCommand &self) {
+            QVERIFY(!self.isPaused());
+            QCOMPARE(self.isCancelled(), cancelled);
+        });
+        const QHash<QString, void (Command::*)()> byName{{u"pause"_s, &Command::pause},
+            {u"cancel"_s, &Command::cancel},
+            {u"resume"_s, &Command::resume},
+            {u"execute"_s, &Command::execute}};
+        for (const QString &operation : operations.split(u' ')) {
+            (command.*byName.value(operation))();
+        }
+        QCOMPARE(command.calls.lines().join(u' '), operations);
+        QCOMPARE(command.isPaused(), paused);
+        QCOMPARE(command.isCancelled(), cancelled);
+        QCOMPARE(record.getStatus(), CommandData::OTHER);
+    }
+
+    void errorSetsStatusThenCodeThenCallsHook()
+    {
+        TestData record(u"a"_s);
+        TestCommand command(&record);
+        record.setErrorCode(1);
+        int codeSeenWithStatus = 0;
+        connect(&record, &CommandData::statusChanged, this, [&] { codeSeenWithStatus = record.getErrorCode(); });
+        command.setError(0);
+        QCOMPARE(record.getStatus(), CommandData::ERR);
+        QCOMPARE(codeSeenWithStatus, 1);
+        QCOMPARE(command.calls.lines(), QStringList{u"error 0"_s});
+    }
+};
+
+QTEST_GUILESS_MAIN(CommandTest)
+#include "tst_command.moc"

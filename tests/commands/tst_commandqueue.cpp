@@ -1,0 +1,408 @@
+#include "TestCommand.h"
+
+#include <QMetaMethod>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+using TestCommandPointer = QSharedPointer<TestCommand>;
+
+/** Records and commands A and B, their queue, and a log of all their signals. */
+struct Scene
+{
+    TestData a{u"A"_s};
+    TestData b{u"B"_s};
+    TestCommandPointer commandA = TestCommandPointer::create(&a);
+    TestCommandPointer commandB = TestCommandPointer::create(&b);
+    TestQueue queue;
+    Log log;
+
+    void addBoth()
+    {
+        queue.addCommand(commandA);
+        queue.addCommand(commandB);
+        log.follow(&queue, {&a, &b});
+    }
+    QStringList listed() const
+    {
+        QStringList references;
+        for (const QSharedPointer<Command> &command : queue.getCommands()) {
+            references.append(command->getCommandData()->getReference());
+        }
+        return references;
+    }
+};
+
+class FrontScheduler : public CommandScheduler
+{
+public:
+    explicit FrontScheduler(QList<Command *> *running)
+        : running(running)
+    {
+    }
+    void schedule(
+        QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *runningCommand) override
+    {
+        running->append(runningCommand);
+        if (command->getCommandData()->getReference() != u"refused") {
+            commands.prepend(command);
+        }
+    }
+
+private:
+    QList<Command *> *running;
+};
+
+class RetryQueue : public TestQueue
+{
+public:
+    int retries = 2;
+
+protected:
+    void handleCommandInError() override
+    {
+        if (retries-- == 0) {
+            TestQueue::handleCommandInError();
+            return;
+        }
+        const QMutexLocker lock(&mutex);
+        currentCommand.clear();
+    }
+};
+} // namespace
+
+class CommandQueueTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metaObject()
+    {
+        const QMetaObject &meta = CommandQueue::staticMetaObject;
+        QByteArrayList names;
+        for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+            names.append(meta.method(index).name());
+        }
+        QCOMPARE(names.join(' '),
+            "commandAdded commandRemoved awaitingUserAction commandStarted commandFinished "
+            "finishCommandAllowed startNextCommand"_ba);
+    }
+
+    void plainRun()
+    {
+        Scene scene;
+        scene.addBoth();
+        scene.queue.process();
+        QCOMPARE(scene.log.lines().join(u'|'),
+            u"run begins A|A PROCESSING|A FINISHED|removed A|B PROCESSING|B FINISHED|removed B|run ends A"_s);
+        QVERIFY(scene.queue.getCommands().isEmpty());
+        QVERIFY(scene.queue.currentCommand.isNull());
+    }
+
+    void runWithError()
+    {
+        Scene scene;
+        scene.commandA->work = [](TestCommand &self) { self.setError(4); };
+        scene.addBoth();
+        scene.queue.process();
+        QCOMPARE(scene.log.lines().join(u'|'),
+            u"run begins A|A PROCESSING|A ERR|removed A|B PROCESSING|B FINISHED|removed B|run ends A"_s);
+        QCOMPARE(scene.commandA->calls.lines().join(u' '), u"execute error 4 finished?"_s);
+    }
+
+    void runStopsForUserAction()
+    {
+        Scene scene;
+        scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
+        scene.addBoth();
+        scene.queue.process();
+        scene.queue.process();
+        QCOMPARE(
+            scene.log.lines().join(u'|'), u"run begins A|awaiting A|run ends A|run begins A|awaiting A|run ends A"_s);
+        QVERIFY(scene.queue.isPaused());
+        QVERIFY(scene.queue.currentCommand.isNull());
+        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
+
+        scene.queue.cancelCommand(scene.commandA);
+        QVERIFY(scene.queue.isPaused());
+        scene.queue.process();
+        QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
+    }
+
+    void cancelDuringAwaitingUserActionOnlyMarks()
+    {
+        Scene scene;
+        scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
+        scene.addBoth();
+        connect(
+            &scene.queue, &CommandQueue::awaitingUserAction, this, [&] { scene.queue.cancelCommand(scene.commandA); });
+        scene.queue.process();
+        QVERIFY(scene.commandA->isCancelled());
+        QCOMPARE(scene.a.getStatus(), CommandData::REQUIRE_USER_ACTION);
+        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
+    }
+
+    void resultOfExecution_data()
+    {
+        QTest::addColumn<bool>("finished");
+        QTest::addColumn<bool>("cancelled");
+        QTest::addColumn<bool>("error");
+        QTest::addColumn<QString>("statuses");
+        QTest::addColumn<bool>("listed");
+        QTest::newRow("finished") << true << false << false << u"FINISHED"_s << false;
+        QTest::newRow("finished and cancelled") << true << true << false << u"FINISHED"_s << false;
+        QTest::newRow("error") << true << false << true << u"ERR"_s << false;
+        QTest::newRow("unfinished error") << false << false << true << u"ERR"_s << false;
+        QTest::newRow("cancelled error") << true << true << true << u"ERR A CANCELLED"_s << false;
+        QTest::newRow("cancelled") << false << true << false << u"CANCELLED"_s << false;
+        QTest::newRow("unfinished") << false << false << false << u"QUEUEING"_s << true;
+    }
+    void resultOfExecution()
+    {
+        QFETCH(const bool, cancelled);
+        QFETCH(const bool, error);
+        Scene scene;
+        scene.addBoth();
+        scene.commandA->work = [&](TestCommand &self) {
+            if (cancelled) {
+                scene.queue.cancelCommand(scene.commandA);
+                QCOMPARE(scene.a.getStatus(), CommandData::PROCESSING);
+            }
+            if (error) {
+                self.setError(1);
+            }
+            self.startable = false;
+        };
+        QFETCH(const bool, finished);
+        scene.commandA->finished = finished;
+        scene.queue.process();
+        QFETCH(const QString, statuses);
+        QFETCH(const bool, listed);
+        const QString removed = listed ? QString() : u"|removed A"_s;
+        QVERIFY2(scene.log.lines().join(u'|').startsWith(u"run begins A|A PROCESSING|A "_s
+                     + QString(statuses).replace(u" A "_s, u"|A "_s) + removed + u"|B PROCESSING"_s),
+            qPrintable(scene.log.lines().join(u'|')));
+        QCOMPARE(scene.commandA->calls.lines().count(u"finished?"_s), 1);
+        QCOMPARE(scene.listed(), listed ? QStringList{u"A"_s} : QStringList());
+    }
+
+    void overriddenErrorHandlingRetries()
+    {
+        RetryQueue queue;
+        TestData data(u"A"_s);
+        const auto command = TestCommandPointer::create(&data, [](TestCommand &self) { self.setError(-1); });
+        queue.addCommand(command);
+        queue.process();
+        QCOMPARE(command->calls.lines().count(u"execute"_s), 3);
+        QVERIFY(queue.getCommands().isEmpty());
+        QCOMPARE(data.getStatus(), CommandData::ERR);
+    }
+
+    void commandCancelledWhileItGoesBackToWaitingLeaves()
+    {
+        Scene scene;
+        scene.commandA->finished = false;
+        scene.addBoth();
+        connect(&scene.a, &CommandData::statusChanged, this, [&](CommandData *data) {
+            if (data->getStatus() == CommandData::QUEUEING) {
+                scene.queue.cancelCommand(scene.commandA);
+            }
+        });
+        scene.queue.process();
+        QCOMPARE(scene.log.lines().mid(1, 4).join(u'|'), u"A PROCESSING|A QUEUEING|A CANCELLED|removed A"_s);
+        QCOMPARE(scene.commandA->calls.lines().count(u"execute"_s), 1);
+    }
+
+    void cancelWaiting()
+    {
+        Scene scene;
+        scene.addBoth();
+        scene.commandA->cancelHook = [&] { scene.log.add(u"cancel"_s); };
+        scene.queue.cancelCommandByReference(u"a"_s);
+        scene.queue.cancelCommand({});
+        scene.queue.addCommand({});
+        QVERIFY(scene.log.lines().isEmpty());
+        scene.queue.cancelCommandByReference(u"A"_s);
+        QCOMPARE(scene.log.lines().join(u'|'), u"cancel|A CANCELLED|removed A"_s);
+        scene.queue.removeCommand(scene.commandA);
+        QCOMPARE(scene.log.lines().last(), u"removed A"_s);
+        QCOMPARE(scene.log.lines().size(), 4);
+        QCOMPARE(scene.listed(), QStringList{u"B"_s});
+    }
+
+    void equalReferencesAndEntries()
+    {
+        Scene scene;
+        TestData twin(u"A"_s);
+        const auto twinCommand = TestCommandPointer::create(&twin);
+        QVERIFY(!scene.queue.hasCommand(nullptr));
+        QVERIFY(!scene.queue.hasCommand(twinCommand.data()));
+        scene.addBoth();
+        scene.queue.addCommand(scene.commandA);
+        QVERIFY(scene.queue.hasCommand(twinCommand.data()));
+        scene.queue.addCommand(twinCommand);
+        scene.queue.cancelCommandByReference(u"A"_s);
+        QCOMPARE(scene.listed(), (QStringList{u"B"_s, u"A"_s, u"A"_s}));
+        QCOMPARE(scene.a.getStatus(), CommandData::CANCELLED);
+        QCOMPARE(twin.getStatus(), CommandData::QUEUEING);
+    }
+
+    void pauseAndGoOn()
+    {
+        Scene scene;
+        scene.addBoth();
+        scene.queue.pause();
+        QVERIFY(scene.queue.isPaused());
+        QVERIFY(!scene.queue.isActive());
+        scene.queue.startNextCommand();
+        QVERIFY(scene.log.lines().isEmpty());
+
+        scene.commandA->finished = false;
+        scene.commandA->work = [&](TestCommand &self) {
+            QVERIFY(scene.queue.isActive());
+            scene.queue.pause();
+            QVERIFY(self.isPaused());
+        };
+        scene.queue.process();
+        QCOMPARE(scene.log.lines().join(u'|'), u"run begins A|A PROCESSING|A QUEUEING|run ends A"_s);
+        QVERIFY(scene.queue.isPaused());
+        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
+
+        scene.commandA->startable = false;
+        scene.commandB->startable = false;
+        scene.queue.process();
+        QVERIFY(scene.queue.isPaused());
+        scene.commandB->startable = true;
+        scene.queue.process();
+        QVERIFY(!scene.queue.isPaused());
+        QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
+    }
+
+    void nothingToStart()
+    {
+        TestQueue queue(nullptr);
+        Log log;
+        log.follow(&queue, {});
+        queue.process();
+        QVERIFY(log.lines().isEmpty());
+        QTest::ignoreMessage(QtWarningMsg, "there are no commands left to process");
+        queue.startNextCommand();
+        QVERIFY(!queue.isProcessing());
+    }
+
+    void schedulerPlacesCommands()
+    {
+        QList<Command *> running;
+        TestQueue queue(std::make_unique<FrontScheduler>(&running));
+        TestData a(u"A"_s);
+        TestData b(u"B"_s);
+        TestData refused(u"refused"_s);
+        QStringList added;
+        connect(&queue, &CommandQueue::commandAdded, this, [&](const QSharedPointer<Command> &command) {
+            added.append(command->getCommandData()->getReference());
+        });
+        const auto commandA = TestCommandPointer::create(&a, [&](TestCommand &) {
+            queue.addCommand(TestCommandPointer::create(&b));
+            queue.addCommand(TestCommandPointer::create(&refused));
+            QCOMPARE(queue.getCommands().size(), 2);
+            QCOMPARE(queue.getCommands().first()->getCommandData(), &b);
+        });
+        queue.addCommand(commandA);
+        queue.process();
+        QCOMPARE(running, (QList<Command *>{nullptr, commandA.data(), commandA.data()}));
+        QCOMPARE(added, (QStringList{u"A"_s, u"B"_s, u"refused"_s}));
+        QCOMPARE(b.getStatus(), CommandData::FINISHED);
+        QCOMPARE(refused.getStatus(), CommandData::QUEUEING);
+    }
+
+    /** Which signals and hooks come with the mutex held, and what isProcessing() says in them. */
+    void lockAndStateInSignals()
+    {
+        Scene scene;
+        const auto note = [&](const QString &what) {
+            scene.log.add(what + (scene.queue.isLocked() ? u" locked"_s : u" unlocked"_s)
+                + (scene.queue.isProcessing() ? u" processing"_s : u""_s));
+        };
+        CommandQueue &queue = scene.queue;
+        connect(&queue, &CommandQueue::commandAdded, this, [&] { note(u"added"_s); });
+        connect(&queue, &CommandQueue::commandRemoved, this, [&] { note(u"removed"_s); });
+        connect(&queue, &CommandQueue::awaitingUserAction, this, [&] { note(u"awaiting"_s); });
+        connect(&queue, &CommandQueue::commandStarted, this, [&] { note(u"begins"_s); });
+        connect(&queue, &CommandQueue::commandFinished, this, [&] { note(u"ends"_s); });
+        for (const TestData *data : {&scene.a, &scene.b}) {
+            connect(data, &CommandData::statusChanged, this, [&](CommandData *changed) {
+                note(changed->getReference() + u' ' + changed->getStatusAsString());
+            });
+        }
+        scene.commandA->work = [&](TestCommand &) { note(u"work"_s); };
+        queue.addCommand(scene.commandA);
+        queue.process();
+        scene.b.setStatus(CommandData::REQUIRE_USER_ACTION);
+        scene.commandB->cancelHook = [&] { note(u"cancel"_s); };
+        queue.addCommand(scene.commandB);
+        queue.process();
+        queue.cancelCommand(scene.commandB);
+        QCOMPARE(scene.log.lines(),
+            (QStringList{u"A QUEUEING unlocked"_s,
+                u"added locked"_s,
+                u"begins unlocked processing"_s,
+                u"A PROCESSING unlocked processing"_s,
+                u"work unlocked processing"_s,
+                u"A FINISHED unlocked processing"_s,
+                u"removed locked processing"_s,
+                u"ends unlocked"_s,
+                u"B REQUIRE_USER_ACTION unlocked"_s,
+                u"added locked"_s,
+                u"begins unlocked processing"_s,
+                u"awaiting locked processing"_s,
+                u"ends unlocked"_s,
+                u"cancel locked"_s,
+                u"B CANCELLED locked"_s,
+                u"removed locked"_s}));
+    }
+
+    void lastReferenceGoesWithoutTheMutex_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::newRow("run") << false;
+        QTest::newRow("cancelled by reference") << true;
+    }
+    void lastReferenceGoesWithoutTheMutex()
+    {
+        QFETCH(const bool, cancel);
+        Scene scene;
+        scene.addBoth();
+        scene.commandA->destroyed = [&] { scene.log.add(u"gone "_s + (scene.queue.isLocked() ? u'1' : u'0')); };
+        scene.commandA.reset();
+        scene.commandB.reset();
+        if (cancel) {
+            scene.queue.cancelCommandByReference(u"A"_s);
+        } else {
+            scene.queue.process();
+        }
+        QCOMPARE(scene.log.lines().last(), u"gone 0"_s);
+        if (!cancel) {
+            QCOMPARE(scene.log.lines().mid(scene.log.lines().size() - 2, 1), QStringList{u"run ends A"_s});
+        }
+    }
+
+    void slotsMayCallBack()
+    {
+        Scene scene;
+        scene.addBoth();
+        connect(&scene.queue, &CommandQueue::commandRemoved, this, [&](CommandData *data) {
+            if (data == &scene.a && scene.queue.hasCommand(scene.commandB.data())) {
+                scene.queue.cancelCommand(scene.commandB);
+                scene.queue.addCommand(scene.commandA);
+            }
+        });
+        scene.queue.process();
+        QCOMPARE(scene.b.getStatus(), CommandData::CANCELLED);
+        QCOMPARE(scene.commandA->calls.lines().count(u"execute"_s), 2);
+        QVERIFY(scene.queue.getCommands().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(CommandQueueTest)
+#include "tst_commandqueue.moc"
