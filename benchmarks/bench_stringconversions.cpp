@@ -1,0 +1,232 @@
+#include "PlainConversions.h"
+
+#include <conversions/StringConversions.h>
+
+#include <benchmark/benchmark.h>
+
+#include <random>
+#include <string>
+
+// Each conversion runs beside the plain sequence of calls to Qt, as "<name>/own" and "<name>/plain": the ratio of the
+// two in one run is what counts. The number behind lists, point vectors and maps is how many elements they have.
+
+namespace {
+
+std::mt19937 generator; // seeded alike in each run
+
+int randomInt()
+{
+    return std::uniform_int_distribution<int>(-100000, 100000)(generator);
+}
+
+double randomReal()
+{
+    return std::uniform_real_distribution<double>(-1000, 1000)(generator);
+}
+
+template <typename MakeInput>
+auto makeInputs(MakeInput makeInput, std::size_t count = 1000)
+{
+    std::vector<decltype(makeInput())> inputs;
+    for (std::size_t i = 0; i < count; ++i) {
+        inputs.push_back(makeInput());
+    }
+    return inputs;
+}
+
+template <typename Input, typename Convert>
+void registerOne(const std::string &name, const std::vector<Input> &inputs, Convert convert)
+{
+    benchmark::RegisterBenchmark(name.c_str(), [inputs, convert](benchmark::State &state) {
+        for ([[maybe_unused]] const auto iteration : state) {
+            for (const Input &input : inputs) {
+                benchmark::DoNotOptimize(convert(input));
+            }
+        }
+        state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(inputs.size()));
+    });
+}
+
+template <typename Input, typename Own, typename Plain>
+void registerPair(const std::string &name, const std::vector<Input> &inputs, Own own, Plain plainly)
+{
+    registerOne(name + "/own", inputs, own);
+    registerOne(name + "/plain", inputs, plainly);
+}
+
+/** Benchmarks a writer on values that @p makeValue makes, and its reader on the texts of those. */
+template <typename MakeValue, typename Write, typename PlainWrite, typename Read, typename PlainRead>
+void registerForm(
+    const std::string &form, MakeValue makeValue, Write write, PlainWrite plainWrite, Read read, PlainRead plainRead)
+{
+    const auto values = makeInputs(makeValue);
+    std::vector<QString> texts;
+    for (const auto &value : values) {
+        texts.push_back(plainWrite(value));
+    }
+    registerPair(form + "/write", values, write, plainWrite);
+    registerPair(form + "/read", texts, read, plainRead);
+}
+
+void registerIntegers()
+{
+    using Own = StringConversions;
+    registerForm(
+        "QPoint",
+        [] { return QPoint(randomInt(), randomInt()); },
+        &Own::qpointToString,
+        &plain::qpointToString,
+        &Own::stringToQPoint,
+        &plain::stringToQPoint);
+    registerForm(
+        "QSize",
+        [] { return QSize(randomInt(), randomInt()); },
+        &Own::qSizeToString,
+        &plain::qSizeToString,
+        &Own::stringToQSize,
+        &plain::stringToQSize);
+    registerForm(
+        "QRect",
+        [] { return QRect(randomInt(), randomInt(), randomInt(), randomInt()); },
+        &Own::rectToString,
+        &plain::rectToString,
+        &Own::stringToRect,
+        &plain::stringToRect);
+}
+
+void registerReals()
+{
+    using Own = StringConversions;
+    registerForm(
+        "QPointF",
+        [] { return QPointF(randomReal(), randomReal()); },
+        [](const QPointF &point) { return Own::qpointfToString(point, 17); },
+        [](const QPointF &point) { return plain::qpointfToString(point, 17); },
+        &Own::stringToQPointF,
+        &plain::stringToQPointF);
+    registerForm(
+        "QPointF-6digits",
+        [] { return QPointF(randomReal(), randomReal()); },
+        [](const QPointF &point) { return Own::qpointfToString(point, 6); },
+        [](const QPointF &point) { return plain::qpointfToString(point, 6); },
+        &Own::stringToQPointF,
+        &plain::stringToQPointF);
+    registerForm(
+        "QSizeF",
+        [] { return QSizeF(randomReal(), randomReal()); },
+        &Own::qSizeFToString,
+        &plain::qSizeFToString,
+        &Own::stringToQSizeF,
+        &plain::stringToQSizeF);
+    // Quarters have few digits and short texts, as coordinates that a person enters.
+    registerForm(
+        "QSizeF-quarters",
+        [] { return QSizeF(randomInt() / 4.0, randomInt() / 4.0); },
+        &Own::qSizeFToString,
+        &plain::qSizeFToString,
+        &Own::stringToQSizeF,
+        &plain::stringToQSizeF);
+}
+
+void registerVectors(const std::string &suffix, int precision, bool fixed)
+{
+    using Own = StringConversions;
+    const auto component = [] { return static_cast<float>(randomReal()); };
+    registerForm(
+        "QVector2D-" + suffix,
+        [component] { return QVector2D(component(), component()); },
+        [precision, fixed](const QVector2D &vector) { return Own::vector2DToString(vector, precision, fixed); },
+        [precision, fixed](const QVector2D &vector) { return plain::vector2DToString(vector, precision, fixed); },
+        &Own::stringToVector2D,
+        &plain::stringToVector2D);
+    registerForm(
+        "QVector3D-" + suffix,
+        [component] { return QVector3D(component(), component(), component()); },
+        [precision, fixed](const QVector3D &vector) { return Own::vector3DToString(vector, precision, fixed); },
+        [precision, fixed](const QVector3D &vector) { return plain::vector3DToString(vector, precision, fixed); },
+        &Own::stringToVector3D,
+        &plain::stringToVector3D);
+}
+
+QMatrix4x4 randomMatrix()
+{
+    QMatrix4x4 matrix;
+    matrix.translate(static_cast<float>(randomReal()), static_cast<float>(randomReal()));
+    matrix.rotate(static_cast<float>(randomReal()), QVector3D(1, 2, 3));
+    return matrix;
+}
+
+void registerMatrices(const std::string &suffix, QMatrix4x4 (*makeMatrix)(), QTransform (*makeTransform)())
+{
+    using Own = StringConversions;
+    registerForm(
+        "QMatrix4x4-" + suffix,
+        makeMatrix,
+        [](const QMatrix4x4 &matrix) { return Own::matrix4x4ToString(matrix, u' '); },
+        [](const QMatrix4x4 &matrix) { return plain::matrix4x4ToString(matrix, u' '); },
+        [](const QString &text) { return Own::stringToQMatrix4x4(text, u' '); },
+        [](const QString &text) { return plain::stringToQMatrix4x4Safe(text, u' ').value_or(QMatrix4x4()); });
+    registerForm("QTransform-" + suffix,
+        makeTransform,
+        &Own::transformToString,
+        &plain::transformToString,
+        &Own::stringToQTransform,
+        &plain::stringToQTransform);
+}
+
+void registerCollections(std::size_t count)
+{
+    using Own = StringConversions;
+    const std::string elements = "/" + std::to_string(count);
+    // One input each: a value, and the text of it.
+    const std::vector<std::vector<int>> lists = {makeInputs([] { return static_cast<int>(generator()); }, count)};
+    const std::vector<std::vector<QPointF>> paths = {
+        makeInputs([] { return QPointF(randomReal(), randomReal()); }, count)};
+    QMap<QString, QVersionNumber> versions;
+    for (int i = 0; i < static_cast<int>(count); ++i) {
+        versions.insert(QStringLiteral("module%1").arg(i), QVersionNumber(i % 20, i % 300, i));
+    }
+    const std::vector<QMap<QString, QVersionNumber>> maps = {versions};
+    const auto plainList = [](const std::vector<int> &list) {
+        return plain::toString(list.data(), static_cast<int>(list.size()));
+    };
+
+    registerPair("list" + elements + "/write", lists, &Own::integerArrayToString, plainList);
+    registerPair("list" + elements + "/read",
+        std::vector<QString>{plainList(lists[0])},
+        &Own::stringToIntegerArray,
+        &plain::stringToIntegerArray);
+    registerPair(
+        "path" + elements + "/write",
+        paths,
+        [](const std::vector<QPointF> &path) { return Own::qpointfVectorToString(path, 17); },
+        [](const std::vector<QPointF> &path) { return plain::qpointfVectorToString(path, 17); });
+    registerPair(
+        "versions" + elements + "/write",
+        maps,
+        [](const QMap<QString, QVersionNumber> &map) { return Own::mapToString(map); },
+        [](const QMap<QString, QVersionNumber> &map) { return plain::mapToString(map); });
+    registerPair("versions" + elements + "/read",
+        std::vector<QString>{plain::mapToString(versions)},
+        &Own::stringToStringVersionMap,
+        &plain::stringToStringVersionMap);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    registerIntegers();
+    registerReals();
+    registerVectors("9digits", 9, false);
+    registerVectors("3decimals", 3, true);
+    registerMatrices(
+        "identity", [] { return QMatrix4x4(); }, [] { return QTransform(); });
+    registerMatrices("rotated", &randomMatrix, [] { return randomMatrix().toTransform(); });
+    for (const std::size_t count : {1000, 31623, 1000000}) {
+        registerCollections(count);
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
