@@ -177,11 +177,11 @@ bool CommandQueue::requeue(const QSharedPointer<Command> &command)
     return true;
 }
 
+// Never drops the last reference: startNextCommand() holds one.
 void CommandQueue::clearCurrentCommand()
 {
-    QSharedPointer<Command> retired;
     const QMutexLocker lock(&mutex);
-    retired.swap(currentCommand);
+    currentCommand.clear();
 }
 
 void CommandQueue::handleCommandInError()

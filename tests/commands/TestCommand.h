@@ -98,6 +98,9 @@ public:
     bool canBeStarted() const override
     {
         ++looks;
+        if (lookHook) {
+            lookHook();
+        }
         return startable;
     }
     bool isFinished() override
@@ -112,6 +115,7 @@ public:
     std::function<void(TestCommand &)> work;
     std::function<void()> destroyed;
     std::function<void()> cancelHook;
+    std::function<void()> lookHook;
     Log calls; // of isFinished() and the hooks, in order
 
 protected:

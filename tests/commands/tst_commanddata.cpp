@@ -109,24 +109,23 @@ private Q_SLOTS:
 
     void oneOfTwoThreadsAnnouncesAStatus()
     {
-        for (int round = 0; round < 200; ++round) {
-            TestData record(u"a"_s);
-            std::atomic<int> emitted = 0;
-            std::atomic<int> ready = 0;
-            connect(
-                &record, &CommandData::statusChanged, this, [&] { ++emitted; }, Qt::DirectConnection);
-            const auto set = [&] {
-                ++ready;
-                while (ready < 2) {
-                    std::this_thread::yield();
-                }
-                record.setStatus(CommandData::FINISHED);
-            };
-            std::thread other(set);
-            set();
-            other.join();
-            QCOMPARE(emitted, 1);
-        }
+        constexpr int rounds = 3000;
+        TestData record(u"a"_s);
+        std::atomic<int> emitted = 0;
+        std::atomic<int> arrivals = 0;
+        connect(
+            &record, &CommandData::statusChanged, this, [&] { ++emitted; }, Qt::DirectConnection);
+        const auto set = [&] {
+            for (int round = 1; round <= rounds; ++round) {
+                ++arrivals;
+                while (arrivals < 2 * round) { }
+                record.setStatus(CommandData::Status(round + 100));
+            }
+        };
+        std::thread other(set);
+        set();
+        other.join();
+        QCOMPARE(emitted, rounds);
     }
 
     void errorMessageLine_data()

@@ -240,6 +240,35 @@ private Q_SLOTS:
         QVERIFY(worker.end());
     }
 
+    void permissionDuringARunIsIgnored()
+    {
+        for (int round = 0; round < 50; ++round) {
+            Gate gate;
+            Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
+            Item second(u"B"_s);
+            second.command->startable = false;
+            std::atomic<int> looksInRun = 0;
+            Worker worker;
+            CommandQueue &queue = worker.getCommandQueue();
+            connect(
+                &queue,
+                &CommandQueue::commandFinished,
+                &queue,
+                [&] { looksInRun = second.command->looks.load(); },
+                Qt::DirectConnection);
+            worker.start();
+            queue.addCommand(second.command);
+            QVERIFY(waitFor([&] { return second.command->looks > 0; }));
+            queue.addCommand(first.command);
+            QVERIFY(gate.waitForArrival());
+            Q_EMIT queue.finishCommandAllowed(true);
+            gate.release();
+            QVERIFY(waitFor([&] { return looksInRun > 0; }));
+            QVERIFY(worker.end());
+            QCOMPARE(second.command->looks, looksInRun);
+        }
+    }
+
     void refusedPermissionDoesNotWake()
     {
         Item item(u"A"_s);
@@ -297,6 +326,22 @@ private Q_SLOTS:
             QCOMPARE(announced, userAction ? 1 : 0);
             QCOMPARE(second.data.getStatus(), CommandData::CANCELLED);
         }
+    }
+
+    void wakeUpAfterAPauseCountsBesideAnOlderOne()
+    {
+        Gate gate;
+        Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
+        Item second(u"B"_s);
+        Worker worker;
+        worker.getCommandQueue().addCommand(first.command);
+        worker.start();
+        QVERIFY(gate.waitForArrival());
+        worker.getCommandQueue().addCommand(second.command);
+        worker.getCommandQueue().pause();
+        worker.restart();
+        gate.release();
+        QVERIFY(waitForStatus(second, CommandData::FINISHED));
     }
 
     void pausedQueueGoesOn_data()
@@ -419,7 +464,71 @@ private Q_SLOTS:
             QVERIFY(ledger.endedOnce(&item.data));
         }
         worker.restart();
+        worker.start();
+        QVERIFY(worker.wait(patience));
         QVERIFY(queue.getCommands().isEmpty());
+    }
+
+    void stopMeetsTheEndOfACommand()
+    {
+        Gate gate;
+        std::deque<Item> items;
+        for (int index = 0; index < 300; ++index) {
+            items.emplace_back(QString::number(index));
+            items.back().command->startable = false;
+        }
+        Item &last = items.emplace_back(u"last"_s, [&](TestCommand &) { gate.arrive(); });
+        items.front().command->cancelHook = [&] {
+            gate.release();
+            QVERIFY(waitForStatus(last, CommandData::FINISHED)); // set without the mutex, which is held here
+        };
+        Ledger ledger;
+        Worker worker;
+        ledger.follow(worker.getCommandQueue(), items);
+        for (const Item &item : items) {
+            worker.getCommandQueue().addCommand(item.command);
+        }
+        worker.start();
+        QVERIFY(gate.waitForArrival());
+        QVERIFY(worker.end());
+        QCOMPARE(last.data.getStatus(), CommandData::FINISHED);
+        QVERIFY(ledger.endedOnce(&last.data));
+    }
+
+    void commandCancelledByASlotOfStopEndsOnce()
+    {
+        std::deque<Item> items;
+        for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
+            items.emplace_back(reference);
+        }
+        Ledger ledger;
+        Worker worker;
+        CommandQueue &queue = worker.getCommandQueue();
+        ledger.follow(queue, items);
+        for (const Item &item : items) {
+            queue.addCommand(item.command);
+        }
+        connect(&queue, &CommandQueue::commandRemoved, this, [&] { queue.cancelCommandByReference(u"C"_s); });
+        worker.stop();
+        for (Item &item : items) {
+            QVERIFY(ledger.endedOnce(&item.data));
+        }
+    }
+
+    void workerDoesNotEndBeforeStopHasDoneItsWork()
+    {
+        Item item(u"A"_s);
+        item.command->startable = false;
+        Worker worker;
+        bool ended = true;
+        item.command->cancelHook = [&] {
+            worker.restart();
+            ended = worker.wait(50);
+        };
+        worker.getCommandQueue().addCommand(item.command);
+        worker.start();
+        worker.stop();
+        QVERIFY(!ended);
     }
 
     void nothingRunsAfterStop()
@@ -448,8 +557,19 @@ private Q_SLOTS:
         const TestQueue *probe = queue.get();
         Item item(u"A"_s);
         bool locked = true;
-        item.command->destroyed = [&] { locked = probe->isLocked(); };
         Worker worker(std::move(queue));
+        item.command->destroyed = [&] {
+            locked = probe->isLocked();
+            QSemaphore stopped;
+            std::thread other([&] {
+                worker.stop();
+                stopped.release();
+            });
+            if (!stopped.tryAcquire(1, patience)) {
+                qFatal("stop() lets commands go under its lock");
+            }
+            other.join();
+        };
         worker.getCommandQueue().addCommand(item.command);
         item.command.reset();
         worker.stop();
