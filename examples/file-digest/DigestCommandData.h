@@ -1,0 +1,51 @@
+#ifndef FILEDIGEST_DIGESTCOMMANDDATA_H
+#define FILEDIGEST_DIGESTCOMMANDDATA_H
+
+#include <commands/CommandData.h>
+
+#include <QByteArray>
+
+/**
+ * @brief The record of a DigestCommand: which file, how far, and the digest in the end.
+ *
+ * Threads: the counts may be read on any thread at any time. The digest may be read on any thread that has seen the
+ * status FINISHED, since it was stored before.
+ */
+class DigestCommandData : public CommandData
+{
+    Q_OBJECT
+
+public:
+    /**
+     * @param path where to read the file; the reference of the command as well, so no file should be queued twice
+     * @param title what to call the file in a list
+     */
+    DigestCommandData(const QString &path, const QString &title);
+
+    /** Returns where to read the file. */
+    const QString &getPath() const;
+
+    QString getDescription() const override;
+    QString getTitle() const override;
+    QString getTypeName() const override;
+
+    /** Returns the size that the file had when its digest was begun or resumed; 0 before. */
+    qint64 getTotalBytes() const;
+    void setTotalBytes(qint64 totalBytes);
+
+    /** Returns how many bytes of the file have entered the digest. */
+    qint64 getDigestedBytes() const;
+    void setDigestedBytes(qint64 digestedBytes);
+
+    /** Returns the 32 bytes of the SHA-256 digest; null before the command has finished. */
+    QByteArray getDigest() const;
+    void setDigest(const QByteArray &digest);
+
+private:
+    const QString title;
+    std::atomic<qint64> totalBytes = 0;
+    std::atomic<qint64> digestedBytes = 0;
+    QByteArray digest;
+};
+
+#endif
