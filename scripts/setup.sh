@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs with apt-get what the build needs and this machine lacks. Asks nothing; installs nothing where nothing is
 # missing.
+# usage: scripts/setup.sh [PACKAGE...]   further packages that the caller needs
 set -euo pipefail
 
 packages=(
@@ -9,6 +10,7 @@ packages=(
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools   # tests: compiling a translation
     libgmp-dev                                         # tests and benchmarks: the oracle of the base converter
     libbenchmark-dev                                   # benchmarks
+    "$@"
 )
 
 installed() {

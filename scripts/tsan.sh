@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# Passes the tests of the commands under the thread sanitizer, on a Qt that is built under it, too.
+# usage: scripts/tsan.sh [CTEST-OPTION...]   for example: scripts/tsan.sh --repeat until-fail:10 -R commandqueuethread
+#
+# A Qt without the sanitizer hides its locks and its event queue, and every QRecursiveMutex then reads as a race. So the
+# first run fetches the source package that this machine's Qt was made from and builds Core and Test of it; that takes
+# 10 to 30 minutes and about 1.5 GB, kept in ~/.cache/tarnwick. Any report of the sanitizer fails the run.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+# Where the addresses of a process are spread further than the sanitizer of GCC 12 can stand, its programs end at
+# start. They live with the plain layout, if this machine lets a process choose it.
+plain_layout=()
+setarch -R true 2>/dev/null && plain_layout=(setarch -R)
+
+scripts/setup.sh dpkg-dev perl
+
+version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/tarnwick/qt-tsan
+qt=$cache/build
+
+# Gets the source package into $cache/source. The index is read into the cache from the repository of this machine's own
+# qt6-base-dev, with the keys named there; the machine's sources and indexes stay as they are.
+fetch_qt() {
+    local repository file
+    local -a options=(
+        -q -o APT::Sandbox::User="$(id -un)"
+        -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$cache/apt/sources"
+        -o Dir::State::lists="$cache/apt/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+    )
+
+    repository=$(apt-cache madison qt6-base-dev | awk -v version="$version" 'index($3, version) == 1 && !found++ { print $5 }')
+    rm -rf "$cache/apt/sources" "$cache/source" "$cache"/qt6-base_*
+    mkdir -p "$cache/apt/sources" "$cache/apt/lists"
+    for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list /etc/apt/sources.list.d/*.sources; do
+        if [ -n "$repository" ] && grep -qsF "$repository" "$file"; then
+            sed -E 's/^Types:.*/Types: deb-src/; s/^deb([[:blank:]])/deb-src\1/' "$file" \
+                >"$cache/apt/sources/$(basename "$file")"
+        fi
+    done
+
+    apt-get "${options[@]}" update
+    (cd "$cache" && apt-get "${options[@]}" source --only-source --download-only "qt6-base=$version")
+    dpkg-source --no-check -x "$cache"/qt6-base_*.dsc "$cache/source"
+}
+
+# Builds what the tests of the commands need, to be used where it is built. The bundled libraries take the place of the
+# machine's, and GLib and ICU stay out: what lies under Qt should not be blind to the sanitizer either.
+build_qt() {
+    rm -rf "$qt"
+    mkdir -p "$qt"
+    (
+        cd "$qt"
+        "$cache/source/configure" -prefix "$qt" -sanitize thread -release -force-debug-info \
+            -no-gui -no-widgets -no-dbus -no-feature-sql -no-feature-network -no-feature-xml -no-glib -no-icu \
+            -qt-zlib -qt-pcre -qt-doubleconversion -nomake examples -nomake tests -- -G Ninja
+        nice -n 19 "${plain_layout[@]}" cmake --build . --target Core Test moc
+    )
+    echo "$version" >"$cache/done"
+}
+
+have_qt() { [ "$(cat "$cache/done" 2>/dev/null)" = "$version" ]; }
+
+if ! have_qt; then
+    mkdir -p "$cache"
+    rm -f "$cache/done"
+    echo "tsan: building Qt $version with the thread sanitizer; what it says goes to $cache/build.log"
+    trap 'have_qt || { tail -n 20 "$cache/build.log"; echo "tsan: no Qt, see $cache/build.log"; } >&2' EXIT
+    fetch_qt >"$cache/build.log" 2>&1
+    build_qt >>"$cache/build.log" 2>&1
+fi
+
+build=build/tsan-commands
+cmake -S tests/tsan -B "$build" -G Ninja -DCMAKE_PREFIX_PATH="$qt" -DCMAKE_BUILD_TYPE=RelWithDebInfo --log-level=WARNING
+"${plain_layout[@]}" cmake --build "$build"
+"${plain_layout[@]}" ctest --test-dir "$build" --output-on-failure --no-tests=error "$@"
