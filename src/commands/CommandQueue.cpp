@@ -3,10 +3,12 @@
 #include <QMessageLogger>
 #include <QMutexLocker>
 
+#include <algorithm>
 #include <utility>
 
 // References to commands are let go without the mutex, since the last one runs a client's destructor: what leaves a
-// field or a list under the mutex lies in a local that was declared before the locker, and so dies after it.
+// field or a list under the mutex lies in a local that was declared before the locker, and so dies after it. The
+// current command may be cleared under the mutex, for startNextCommand() holds a reference of its own.
 
 CommandQueue::CommandQueue()
     : CommandQueue(std::make_unique<CommandScheduler>())
@@ -76,118 +78,117 @@ void CommandQueue::processUnlessPausedSince(quint64 knownPauseCount)
 QSharedPointer<Command> CommandQueue::beginRun(quint64 knownPauseCount)
 {
     CommandList retired;
-    QSharedPointer<Command> firstCommand;
     const QMutexLocker lock(&mutex);
     if (pauseCount != knownPauseCount) {
         return nullptr;
     }
-    firstCommand = findStartable(retired);
-    if (firstCommand) {
-        paused = false;
-        processing = true;
+    const QSharedPointer<Command> *const firstCommand = findStartable(retired);
+    if (!firstCommand) {
+        return nullptr;
     }
-    return firstCommand;
+    paused = false;
+    processing = true;
+    return *firstCommand;
 }
 
 bool CommandQueue::continueRun()
 {
     CommandList retired;
-    QSharedPointer<Command> nextCommand;
     // The last look at the list and the end of `processing` are one step: whoever finds the queue processing can rely
     // on another look.
     const QMutexLocker lock(&mutex);
-    nextCommand = findStartable(retired);
-    processing = nextCommand && !paused;
+    processing = findStartable(retired) && !paused;
     return processing;
 }
 
 void CommandQueue::startNextCommand()
 {
-    const QSharedPointer<Command> command = takeNextCommand();
-    if (!command) {
+    if (!takeNextCommand()) {
         return;
     }
-    command->getCommandData()->setStatus(CommandData::PROCESSING);
-    command->execute();
-    settle(command);
+    currentCommand->getCommandData()->setStatus(CommandData::PROCESSING);
+    currentCommand->execute();
+    settleCurrentCommand();
 }
 
-QSharedPointer<Command> CommandQueue::takeNextCommand()
+bool CommandQueue::takeNextCommand()
 {
     CommandList retired;
-    QSharedPointer<Command> retiredCommand;
-    QSharedPointer<Command> command;
+    QSharedPointer<Command> previousCommand;
     // One hold from the test of the pause to that for user action: a pause or a cancel comes before or after all of it.
     QMutexLocker lock(&mutex);
     if (paused) {
-        return nullptr;
+        return false;
     }
-    command = findStartable(retired);
-    retiredCommand = std::exchange(currentCommand, command);
-    if (!command) {
+    const QSharedPointer<Command> *const nextCommand = findStartable(retired);
+    previousCommand.swap(currentCommand);
+    if (nextCommand) {
+        currentCommand = *nextCommand;
+    }
+    if (!currentCommand) {
         lock.unlock();
         QMessageLogger().warning("%s", "there are no commands left to process");
-        return nullptr;
+        return false;
     }
-    if (command->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {
-        return command;
+    if (currentCommand->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {
+        return true;
     }
+    previousCommand = currentCommand;
     markPaused();
-    Q_EMIT awaitingUserAction(command->getCommandData());
+    Q_EMIT awaitingUserAction(currentCommand->getCommandData());
     currentCommand.clear();
-    return nullptr;
+    return false;
 }
 
-void CommandQueue::settle(const QSharedPointer<Command> &command)
+void CommandQueue::settleCurrentCommand()
 {
-    if (command->isFinished() && command->getCommandData()->getStatus() != CommandData::ERR) {
-        finishWith(CommandData::FINISHED, command);
+    Command &command = *currentCommand;
+    if (command.isFinished() && command.getCommandData()->getStatus() != CommandData::ERR) {
+        finishCurrentCommand(CommandData::FINISHED);
         return;
     }
-    if (command->isCancelled()) {
-        finishWith(CommandData::CANCELLED, command);
+    if (command.isCancelled()) {
+        finishCurrentCommand(CommandData::CANCELLED);
         return;
     }
-    if (command->getCommandData()->getStatus() == CommandData::ERR) {
+    if (command.getCommandData()->getStatus() == CommandData::ERR) {
         handleCommandInError();
         return;
     }
-    command->getCommandData()->setStatus(CommandData::QUEUEING);
-    if (!requeue(command)) {
-        finishWith(CommandData::CANCELLED, command);
+    command.getCommandData()->setStatus(CommandData::QUEUEING);
+    if (!requeueCurrentCommand()) {
+        finishCurrentCommand(CommandData::CANCELLED);
     }
 }
 
-void CommandQueue::finishWith(CommandData::Status status, const QSharedPointer<Command> &command)
+void CommandQueue::finishCurrentCommand(CommandData::Status status)
 {
-    command->getCommandData()->setStatus(status);
-    removeCommand(command);
-    clearCurrentCommand();
+    currentCommand->getCommandData()->setStatus(status);
+    QSharedPointer<Command> retired;
+    const QMutexLocker lock(&mutex);
+    removeEntry(currentCommand);
+    retired.swap(currentCommand);
 }
 
 // Whoever cancelled the command while it was current relies on its removal here, so it may wait again only if nobody
 // has.
-bool CommandQueue::requeue(const QSharedPointer<Command> &command)
+bool CommandQueue::requeueCurrentCommand()
 {
+    QSharedPointer<Command> retired;
     const QMutexLocker lock(&mutex);
-    if (command->isCancelled()) {
+    if (currentCommand->isCancelled()) {
         return false;
     }
-    clearCurrentCommand();
+    retired.swap(currentCommand);
     return true;
-}
-
-// Never drops the last reference: startNextCommand() holds one.
-void CommandQueue::clearCurrentCommand()
-{
-    const QMutexLocker lock(&mutex);
-    currentCommand.clear();
 }
 
 void CommandQueue::handleCommandInError()
 {
-    removeCommand(currentCommand);
-    clearCurrentCommand();
+    QSharedPointer<Command> retired;
+    const QMutexLocker lock(&mutex);
+    removeEntry(currentCommand);
+    retired.swap(currentCommand);
 }
 
 void CommandQueue::pause()
@@ -264,19 +265,17 @@ QSharedPointer<Command> CommandQueue::getNextCommandThatCanBeStarted()
 {
     CommandList retired;
     const QMutexLocker lock(&mutex);
-    return findStartable(retired);
+    const QSharedPointer<Command> *const command = findStartable(retired);
+    return command ? *command : nullptr;
 }
 
-QSharedPointer<Command> CommandQueue::findStartable(CommandList &retired) const
+// Returns an entry that stands as long as the mutex is held, the list does not change and `retired` lives.
+const QSharedPointer<Command> *CommandQueue::findStartable(CommandList &retired) const
 {
     CommandList snapshot = commands; // canBeStarted() may change the list
-    QSharedPointer<Command> startable;
-    for (const QSharedPointer<Command> &command : std::as_const(snapshot)) {
-        if (command->canBeStarted()) {
-            startable = command;
-            break;
-        }
-    }
+    const auto canBeStarted = [](const QSharedPointer<Command> &command) { return command->canBeStarted(); };
+    const auto found = std::find_if(snapshot.cbegin(), snapshot.cend(), canBeStarted);
+    const QSharedPointer<Command> *const startable = found == snapshot.cend() ? nullptr : &*found;
     if (!snapshot.isSharedWith(commands)) {
         retired.swap(snapshot);
     }
@@ -294,6 +293,11 @@ QSharedPointer<Command> CommandQueue::findByReference(const QString &reference) 
 }
 
 void CommandQueue::removeCommand(QSharedPointer<Command> command)
+{
+    removeEntry(command);
+}
+
+void CommandQueue::removeEntry(const QSharedPointer<Command> &command)
 {
     const QMutexLocker lock(&mutex);
     if (const qsizetype index = commands.indexOf(command); index >= 0) {

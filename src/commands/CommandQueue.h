@@ -192,14 +192,14 @@ private:
 
     QSharedPointer<Command> beginRun(quint64 knownPauseCount);
     bool continueRun();
-    QSharedPointer<Command> takeNextCommand();
-    void settle(const QSharedPointer<Command> &command);
-    void finishWith(CommandData::Status status, const QSharedPointer<Command> &command);
-    bool requeue(const QSharedPointer<Command> &command);
-    void clearCurrentCommand();
+    bool takeNextCommand();
+    void removeEntry(const QSharedPointer<Command> &command);
+    void settleCurrentCommand();
+    void finishCurrentCommand(CommandData::Status status);
+    bool requeueCurrentCommand();
 
     // These expect the mutex to be held.
-    QSharedPointer<Command> findStartable(CommandList &retired) const;
+    const QSharedPointer<Command> *findStartable(CommandList &retired) const;
     QSharedPointer<Command> findByReference(const QString &reference) const;
     void markPaused();
 
