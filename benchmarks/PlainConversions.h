@@ -206,16 +206,27 @@ inline QTransform stringToQTransform(const QString &text)
     return QTransform(m(0), m(1), m(2), m(3), m(4), m(5), m(6), m(7), m(8));
 }
 
-inline QString mapToString(const QMap<QString, QVersionNumber> &map)
+template <typename Value, typename ToText>
+QString mapToString(const QMap<QString, Value> &map, ToText toText)
 {
     QString text;
     for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
         if (entry != map.cbegin()) {
             text += QStringLiteral(" | ");
         }
-        text += entry.key() + QLatin1Char(' ') + entry.value().toString();
+        text += entry.key() + QLatin1Char(' ') + toText(entry.value());
     }
     return text;
+}
+
+inline QString mapToString(const QMap<QString, QString> &map)
+{
+    return mapToString(map, [](const QString &value) { return value; });
+}
+
+inline QString mapToString(const QMap<QString, QVersionNumber> &map)
+{
+    return mapToString(map, [](const QVersionNumber &value) { return value.toString(); });
 }
 
 inline std::optional<QMap<QString, QVersionNumber>> stringToStringVersionMap(const QString &text)

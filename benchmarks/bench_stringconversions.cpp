@@ -118,6 +118,11 @@ void registerReals()
         &plain::qSizeFToString,
         &Own::stringToQSizeF,
         &plain::stringToQSizeF);
+    registerPair(
+        "float/read",
+        makeInputs([] { return QString::number(randomReal(), 'e', 8); }),
+        [](const QString &text) { return Own::stringToFloat(text, 'e'); },
+        [](const QString &text) { return plain::stringToFloat(text, 'e'); });
     // Quarters have few digits and short texts, as coordinates that a person enters.
     registerForm(
         "QSizeF-quarters",
@@ -182,9 +187,12 @@ void registerCollections(std::size_t count)
     const std::vector<std::vector<int>> lists = {makeInputs([] { return static_cast<int>(generator()); }, count)};
     const std::vector<std::vector<QPointF>> paths = {
         makeInputs([] { return QPointF(randomReal(), randomReal()); }, count)};
+    QMap<QString, QString> texts;
     QMap<QString, QVersionNumber> versions;
     for (int i = 0; i < static_cast<int>(count); ++i) {
-        versions.insert(QStringLiteral("module%1").arg(i), QVersionNumber(i % 20, i % 300, i));
+        const QString key = QStringLiteral("module%1").arg(i);
+        texts.insert(key, QStringLiteral("value %1").arg(i));
+        versions.insert(key, QVersionNumber(i % 20, i % 300, i));
     }
     const std::vector<QMap<QString, QVersionNumber>> maps = {versions};
     const auto plainList = [](const std::vector<int> &list) {
@@ -201,6 +209,11 @@ void registerCollections(std::size_t count)
         paths,
         [](const std::vector<QPointF> &path) { return Own::qpointfVectorToString(path, 17); },
         [](const std::vector<QPointF> &path) { return plain::qpointfVectorToString(path, 17); });
+    registerPair(
+        "texts" + elements + "/write",
+        std::vector<QMap<QString, QString>>{texts},
+        [](const QMap<QString, QString> &map) { return Own::mapToString(map); },
+        [](const QMap<QString, QString> &map) { return plain::mapToString(map); });
     registerPair(
         "versions" + elements + "/write",
         maps,
