@@ -8,22 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace StringListOperations {
 
-namespace {
-
-/** Appends the texts that are not in @p seen to @p result, and to @p seen. */
-void appendUnseen(const QList<QString> &list, QSet<QString> &seen, QList<QString> &result)
-{
-    for (const QString &text : list) {
-        const qsizetype sizeBefore = seen.size();
-        seen.insert(text);
-        if (seen.size() != sizeBefore) {
-            result.append(text);
-        }
-    }
-}
-
-} // namespace
-
 QList<QString> intersection(const QList<QString> &firstList, const QList<QString> &secondList)
 {
     QSet<QString> wanted(secondList.cbegin(), secondList.cend());
@@ -39,19 +23,27 @@ QList<QString> intersection(const QList<QString> &firstList, const QList<QString
 
 QList<QString> subtract(const QList<QString> &firstList, const QList<QString> &secondList)
 {
-    QSet<QString> seen(secondList.cbegin(), secondList.cend());
+    QSet<QString> unwanted;
+    unwanted.reserve(firstList.size() + secondList.size());
+    for (const QString &text : secondList) {
+        unwanted.insert(text);
+    }
     QList<QString> result;
-    appendUnseen(firstList, seen, result);
+    for (const QString &text : firstList) {
+        // What has been taken once is unwanted from then on; the set grows if it is new to it.
+        const qsizetype sizeBefore = unwanted.size();
+        unwanted.insert(text);
+        if (unwanted.size() != sizeBefore) {
+            result.append(text);
+        }
+    }
     return result;
 }
 
 QList<QString> unite(const QList<QString> &firstList, const QList<QString> &secondList)
 {
-    QSet<QString> seen;
-    seen.reserve(firstList.size() + secondList.size());
-    QList<QString> result;
-    appendUnseen(firstList, seen, result);
-    appendUnseen(secondList, seen, result);
+    QList<QString> result = firstList + secondList;
+    result.removeDuplicates();
     return result;
 }
 
