@@ -1,0 +1,105 @@
+// Ratios to read: Equal/* to QtEquality/* (at most 5), Reversed/*/100000 to Reversed/*/10000 (at most 15), and Reversed
+// to PlainReversed, which searches the second array for each element of the first.
+
+#include <qtextensions/JsonCompare.h>
+
+#include <benchmark/benchmark.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+enum Kind { Integers, Texts, Records, Deep };
+
+QJsonValue makeElement(Kind kind, int i)
+{
+    switch (kind) {
+    case Integers:
+        return i;
+    case Texts:
+        return u"name %1"_s.arg(i);
+    case Records:
+        return QJsonObject{
+            {u"id"_s, i}, {u"name"_s, u"name %1"_s.arg(i)}, {u"tags"_s, QJsonArray{i % 7, i % 3, u"x"_s}}};
+    case Deep:
+        break;
+    }
+    return QJsonArray{QJsonObject{{u"a"_s, QJsonArray{QJsonArray{i + 0.5}, i}}}};
+}
+
+// Parsed from text, as documents mostly are, so that no two share their data.
+QJsonDocument makeDocument(Kind kind, int count, bool isReversed)
+{
+    QJsonArray array;
+    for (int i = 0; i < count; ++i) {
+        array.append(makeElement(kind, isReversed ? count - 1 - i : i));
+    }
+    return QJsonDocument::fromJson(QJsonDocument(array).toJson(QJsonDocument::Compact));
+}
+
+bool comparePlainly(const QJsonArray &first, QJsonArray second)
+{
+    for (const QJsonValueConstRef value : first) {
+        qsizetype i = 0;
+        while (i < second.size() && QJsonValue(value) != second.at(i)) {
+            ++i;
+        }
+        if (i == second.size()) {
+            return false;
+        }
+        second.removeAt(i);
+    }
+    return true;
+}
+
+void runComparison(benchmark::State &state, bool isReversed)
+{
+    const QJsonDocument first = makeDocument(Kind(state.range(0)), int(state.range(1)), false);
+    const QJsonDocument second = makeDocument(Kind(state.range(0)), int(state.range(1)), isReversed);
+    for (auto _ : state) {
+        if (!json::compare(first, second)) {
+            state.SkipWithError("documents differ");
+        }
+    }
+}
+
+void Equal(benchmark::State &state)
+{
+    runComparison(state, false);
+}
+
+void QtEquality(benchmark::State &state)
+{
+    const QJsonDocument first = makeDocument(Kind(state.range(0)), int(state.range(1)), false);
+    const QJsonDocument second = makeDocument(Kind(state.range(0)), int(state.range(1)), false);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(first == second);
+    }
+}
+
+void Reversed(benchmark::State &state)
+{
+    runComparison(state, true);
+}
+
+void PlainReversed(benchmark::State &state)
+{
+    const QJsonArray first = makeDocument(Kind(state.range(0)), int(state.range(1)), false).array();
+    const QJsonArray second = makeDocument(Kind(state.range(0)), int(state.range(1)), true).array();
+    for (auto _ : state) {
+        if (!comparePlainly(first, second)) {
+            state.SkipWithError("documents differ");
+        }
+    }
+}
+} // namespace
+
+BENCHMARK(Equal)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {100, 100000}});
+BENCHMARK(QtEquality)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {100, 100000}});
+BENCHMARK(Reversed)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {1000, 10000, 100000}});
+BENCHMARK(PlainReversed)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {1000}});
+
+BENCHMARK_MAIN();
