@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr qsizetype chunkSize = 64 * 1024; // bytes; short enough to be cancelled at once, long enough to be fast
+constexpr qsizetype chunkSize = 65536; // bytes; short enough to be cancelled at once, long enough to be fast
 constexpr qint64 progressInterval = 50; // milliseconds; more often than the eye follows would only cost time
 
 } // namespace
