@@ -1,0 +1,135 @@
+// Ratios to read, at the same number of decimal digits: ByConverter to ByGmp (at most 1 at 39 digits, 4 at 2,000),
+// and ByConverter to ByPlain, which works on the digit strings themselves.
+
+#include <numerics/BaseConverter.h>
+
+#include <benchmark/benchmark.h>
+#include <gmp.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+
+namespace {
+using Convert = std::string (*)(const std::string &);
+
+std::string convertByGmp(const std::string &value, int sourceBase, int targetBase)
+{
+    mpz_t number;
+    mpz_init_set_str(number, value.c_str(), sourceBase);
+    char *const digits = mpz_get_str(nullptr, targetBase, number);
+    const std::string result = digits;
+    std::free(digits);
+    mpz_clear(number);
+    return result;
+}
+
+unsigned int readPlainly(const std::string &baseSet, const std::string &value)
+{
+    unsigned int result = 0;
+    for (const char digit : value) {
+        result = result * unsigned(baseSet.size()) + unsigned(baseSet.find(digit));
+    }
+    return result;
+}
+
+std::string writePlainly(const std::string &baseSet, unsigned int value)
+{
+    std::string result;
+    do {
+        result += baseSet[value % baseSet.size()];
+        value /= unsigned(baseSet.size());
+    } while (value != 0);
+    std::reverse(result.begin(), result.end());
+    return result;
+}
+
+unsigned int dividePlainly(const std::string &baseSet, std::string &number, unsigned int divisor)
+{
+    std::string quotient;
+    const size_t length = number.size();
+    for (size_t i = 0; i < length; ++i) {
+        const size_t taken = i + 1 + number.size() - length;
+        const unsigned int value = readPlainly(baseSet, number.substr(0, taken));
+        quotient += baseSet[value / divisor];
+        number = writePlainly(baseSet, value % divisor) + number.substr(taken);
+    }
+    const unsigned int remainder = readPlainly(baseSet, number);
+    number = quotient.substr(std::min(quotient.find_first_not_of(baseSet.front()), quotient.size()));
+    return remainder;
+}
+
+std::string convertPlainly(std::string value, const std::string &sourceBaseSet, const std::string &targetBaseSet)
+{
+    std::transform(value.begin(), value.end(), value.begin(), [](unsigned char c) { return char(std::toupper(c)); });
+    std::string result;
+    do {
+        result += targetBaseSet[dividePlainly(sourceBaseSet, value, unsigned(targetBaseSet.size()))];
+    } while (!value.empty());
+    std::reverse(result.begin(), result.end());
+    return result;
+}
+
+const std::string DECIMAL = "0123456789";
+const std::string HEX = "0123456789ABCDEF";
+
+std::string toHex(const std::string &value)
+{
+    return BaseConverter::getDecimalToHexConverter().convert(value);
+}
+
+std::string toHexByGmp(const std::string &value)
+{
+    return convertByGmp(value, 10, -16);
+}
+
+std::string toHexPlainly(const std::string &value)
+{
+    return convertPlainly(value, DECIMAL, HEX);
+}
+
+std::string toDecimal(const std::string &value)
+{
+    return BaseConverter::getHexToDecimalConverter().convert(value);
+}
+
+std::string toDecimalByGmp(const std::string &value)
+{
+    return convertByGmp(value, 16, 10);
+}
+
+std::string toDecimalPlainly(const std::string &value)
+{
+    return convertPlainly(value, HEX, DECIMAL);
+}
+
+// A fixed number of the given count of decimal digits, in decimal or in hexadecimal form.
+std::string makeDigits(benchmark::State &state, bool isHex)
+{
+    std::string digits;
+    while (digits.size() < size_t(state.range(0))) {
+        digits += char('1' + digits.size() * digits.size() % 9);
+    }
+    return isHex ? toHexByGmp(digits) : digits;
+}
+
+void run(benchmark::State &state, Convert convert, Convert reference, bool isHex)
+{
+    const std::string digits = makeDigits(state, isHex);
+    if (convert(digits) != reference(digits)) {
+        state.SkipWithError("wrong digits");
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(convert(digits));
+    }
+}
+} // namespace
+
+BENCHMARK_CAPTURE(run, toHexByConverter, toHex, toHexByGmp, false)->Arg(39)->Arg(2000)->Arg(20000);
+BENCHMARK_CAPTURE(run, toHexByGmp, toHexByGmp, toHexByGmp, false)->Arg(39)->Arg(2000)->Arg(20000);
+BENCHMARK_CAPTURE(run, toHexByPlain, toHexPlainly, toHexByGmp, false)->Arg(39)->Arg(2000);
+BENCHMARK_CAPTURE(run, toDecimalByConverter, toDecimal, toDecimalByGmp, true)->Arg(39)->Arg(2000)->Arg(20000);
+BENCHMARK_CAPTURE(run, toDecimalByGmp, toDecimalByGmp, toDecimalByGmp, true)->Arg(39)->Arg(2000)->Arg(20000);
+BENCHMARK_CAPTURE(run, toDecimalByPlain, toDecimalPlainly, toDecimalByGmp, true)->Arg(39)->Arg(2000);
+
+BENCHMARK_MAIN();
