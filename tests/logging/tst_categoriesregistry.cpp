@@ -13,12 +13,10 @@ class CategoriesRegistryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-
     void keepsNamesInOrderOfInsertion()
     {
         CategoriesRegistry registry;
         const QList<QString> &live = registry.getCategories();
-        QVERIFY(live.isEmpty());
         for (const QString &name : {u"b"_s, u"a"_s, QString(), u"b"_s}) {
             registry.insertCategory(name);
         }
@@ -36,21 +34,18 @@ private Q_SLOTS:
         QCOMPARE(copy.getCategories(), QList<QString>({u"a"_s, u"c"_s}));
 
         copy = std::move(source);
-        QCOMPARE(copy.getCategories(), QList<QString>({u"a"_s, u"b"_s}));
         QVERIFY(source.getCategories().isEmpty());
         const CategoriesRegistry moved(std::move(copy));
         copy.insertCategory(u"d"_s);
         QCOMPARE(copy.getCategories(), QList<QString>({u"d"_s}));
-        QCOMPARE(moved.getCategories().size(), 2);
+        QCOMPARE(moved.getCategories(), QList<QString>({u"a"_s, u"b"_s}));
     }
 
     void registrarEntersIntoItsRegistryOnly()
     {
         CategoriesRegistry registry;
-        {
-            CategoriesRegistrar first(network, registry);
-            first = CategoriesRegistrar(first);
-        }
+        CategoriesRegistrar registrar(network, registry);
+        registrar = CategoriesRegistrar(registrar);
         QCOMPARE(registry.getCategories(), QList<QString>({u"app.größe"_s}));
         QVERIFY(CategoriesRegistrySingleton::getInstance().getCategories().isEmpty());
         const CategoriesRegistrar second(network, CategoriesRegistrySingleton::getInstance());

@@ -6,6 +6,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using S = StringUtility;
 using Change = QString (*)(const QString &);
 
 class StringUtilityTest : public QObject
@@ -18,79 +19,43 @@ private Q_SLOTS:
         QTest::addColumn<Change>("change");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
-        const auto addRows = [](const char *name, Change change, const QList<std::pair<QString, QString>> &rows) {
-            for (const auto &[text, expected] : rows) {
-                QTest::addRow("%s: %s", name, qPrintable(text)) << change << text << expected;
-            }
+        const auto addRow = [](Change change, const QString &text, const QString &expected) {
+            QTest::addRow("%s", qPrintable(text.simplified())) << change << text << expected;
         };
-        addRows("safe file name",
-            &StringUtility::stringToSafeFileName,
-            {{u""_s, u""_s},
-                {u" \t\u2003"_s, u""_s},
-                {u"con"_s, u"invalid_name"_s},
-                {u"lPt9"_s, u"invalid_name"_s},
-                {u"  nul\n"_s, u"invalid_name"_s},
-                {u"COM1.txt"_s, u"COM1.txt"_s},
-                {u"con."_s, u"con."_s},
-                {u"com0"_s, u"com0"_s},
-                {u"com10"_s, u"com10"_s},
-                {u"co/n"_s, u"co_n"_s},
-                {u".."_s, u".."_s},
-                {u"/\\:?%$#&<>*!'\"@+`|=^"_s, QString(20, u'_')},
-                {u"  a / b  "_s, u"a _ b"_s},
-                {u"Größe (2).txt"_s, u"Größe (2).txt"_s},
-                {QString(1000, u'x'), QString(1000, u'x')}});
-        for (const char *device : {"com", "lpt"}) {
-            for (char digit = '1'; digit <= '9'; ++digit) {
-                addRows("device",
-                    &StringUtility::stringToSafeFileName,
-                    {{QString::fromLatin1(device).toUpper() + QLatin1Char(digit), u"invalid_name"_s}});
-            }
+        const QString reserved =
+            u"com1 com2 com3 com4 com5 com6 com7 com8 com9 LPT1 LPT2 LPT3 LPT4 LPT5 LPT6 LPT7 LPT8 "
+            "LPT9 Con nUL prn aux"_s;
+        for (const QString &name : reserved.split(u' ')) {
+            addRow(&S::stringToSafeFileName, u"\t "_s + name + u"\n"_s, u"invalid_name"_s);
         }
-        addRows("invalid characters",
-            &StringUtility::removeInvalidCharacters,
-            {{u"Doe^John"_s, u"Doe John"_s},
-                {u"a_b|c\\d"_s, u"a b c d"_s},
-                {u" _x\t\n|y^ "_s, u"x y"_s},
-                {u"^_|\\"_s, u""_s}});
-        addRows("alphanumeric",
-            &StringUtility::stripNonAlphanumeric,
-            {{u"Ab-1 _ü"_s, u"Ab1"_s}, {u"a"_s + QChar(0xd800) + u'b', u"ab"_s}, {u"é"_s, u""_s}});
-        addRows("curly", &StringUtility::removeCurlyBrackets, {{u"{1}{2}[]"_s, u"12[]"_s}, {u"}a{"_s, u"a"_s}});
-        addRows("square", &StringUtility::removeSquareBrackets, {{u"[a]{}"_s, u"a{}"_s}, {u"]a["_s, u"a"_s}});
-        addRows("HTML",
-            &StringUtility::fromHtmlEscapedToPlainText,
-            {{u"a &lt; b &amp;&amp; c &gt; &quot;d&quot;"_s, u"a < b && c > \"d\""_s},
-                {u"&amp;lt;"_s, u"<"_s},
-                {u"&amp;quot;"_s, u"\""_s},
-                {u"&amp;amp;"_s, u"&amp;"_s},
-                {u"&amp;amp;lt;"_s, u"&amp;lt;"_s},
-                {u"&lt &AMP; &#39; &nbsp;"_s, u"&lt &AMP; &#39; &nbsp;"_s}});
-        addRows("first upper",
-            &StringUtility::makeFirstCharacterUpperLowerTheRest,
-            {{u"McDONALD"_s, u"Mcdonald"_s},
-                {u"a"_s, u"A"_s},
-                {u"1ABC"_s, u"1abc"_s},
-                {u""_s, u""_s},
-                {u"ßE"_s, u"SSe"_s},
-                {u"\U00010428A"_s, u"\U00010428a"_s}});
-        addRows("last name",
-            &StringUtility::capitalizeFirstCharacterOfLastName,
-            {{u"sMITH"_s, u"Smith"_s},
-                {u"VAN   DER\tberg"_s, u"Van Der Berg"_s},
-                {u"  smith  "_s, u"Smith"_s},
-                {u"o'neil-JONES"_s, u"O'neil-jones"_s},
-                {u""_s, u""_s},
-                {u" "_s, u""_s},
-                {u"van\u00a0DER"_s, u"Van\u00a0der"_s}});
+        for (const QString &name : u"COM1.txt com0 com10 con. lpt .. .a. a(1)[2]{3},;~-_Größe"_s.split(u' ')) {
+            addRow(&S::stringToSafeFileName, name, name);
+        }
+        addRow(&S::stringToSafeFileName, u" \t\u2003"_s, u""_s);
+        addRow(&S::stringToSafeFileName, u"/\\:?%$#&<>*!'\"@+`|=^"_s, QString(20, u'_'));
+        addRow(&S::stringToSafeFileName, u"  co/n  ?"_s, u"co_n  _"_s);
+        addRow(&S::removeInvalidCharacters, u"^a__b|c\\d^e\t\n|_"_s, u"a b c d e"_s);
+        addRow(&S::removeInvalidCharacters, u"^_|\\"_s, u""_s);
+        addRow(&S::stripNonAlphanumeric, u"Ab-1 _ü"_s + QChar(0xd800) + u'z', u"Ab1z"_s);
+        addRow(&S::removeCurlyBrackets, u"}{1}{2}[]{"_s, u"12[]"_s);
+        addRow(&S::removeSquareBrackets, u"][1][2]{}["_s, u"12{}"_s);
+        addRow(&S::fromHtmlEscapedToPlainText, u"&quot;a&quot; &lt; b &amp;&amp; &gt;"_s, u"\"a\" < b && >"_s);
+        addRow(&S::fromHtmlEscapedToPlainText, u"&amp;lt;&amp;gt;&amp;quot;&amp;amp;lt;"_s, u"<>\"&amp;lt;"_s);
+        addRow(&S::fromHtmlEscapedToPlainText, u"&lt &AMP; &#39; &nbsp;"_s, u"&lt &AMP; &#39; &nbsp;"_s);
+        addRow(&S::makeFirstCharacterUpperLowerTheRest, u"McDONALD"_s, u"Mcdonald"_s);
+        addRow(&S::makeFirstCharacterUpperLowerTheRest, u"ßE"_s, u"SSe"_s);
+        addRow(&S::makeFirstCharacterUpperLowerTheRest, u"\U00010428A"_s, u"\U00010428a"_s);
+        addRow(&S::makeFirstCharacterUpperLowerTheRest, u""_s, u""_s);
+        addRow(&S::capitalizeFirstCharacterOfLastName, u" VAN   DER\tberg-o'NEIL"_s, u"Van Der Berg-o'neil"_s);
+        addRow(&S::capitalizeFirstCharacterOfLastName, u"van\u00a0DER"_s, u"Van\u00a0der"_s);
+        addRow(&S::capitalizeFirstCharacterOfLastName, u" "_s, u""_s);
     }
 
     void change()
     {
         QFETCH(Change, change);
         QFETCH(QString, text);
-        QFETCH(QString, expected);
-        QCOMPARE(change(text), expected);
+        QTEST(change(text), "expected");
     }
 
     void everyCharacter()
@@ -101,48 +66,35 @@ private Q_SLOTS:
         for (char32_t unit = 0; unit <= 0xffff; ++unit) {
             const QChar character = QChar(unit);
             QString text = u'x' + QString(2, character) + u"y "_s + character;
-            illegal += StringUtility::stringToSafeFileName(text).startsWith(u"x__y"_s) && character != u'_';
-            if (!character.isSurrogate()) {
-                QCOMPARE(StringUtility::splitOnWhiteSpaces(text), text.split(whiteSpaces));
-                QCOMPARE(StringUtility::stripNonAlphanumeric(text), text.remove(notAlphanumeric));
+            illegal += S::stringToSafeFileName(text).startsWith(u"x__y"_s) && character != u'_';
+            if (!character.isSurrogate()) { // where the expressions refuse the whole text
+                QCOMPARE(S::splitOnWhiteSpaces(text), text.split(whiteSpaces));
+                QCOMPARE(S::stripNonAlphanumeric(text), text.remove(notAlphanumeric));
             }
         }
         QCOMPARE(illegal, 20);
-        const QString withSurrogate = QString(QChar(0xdc00)) + u" \t"_s;
-        QCOMPARE(StringUtility::splitOnWhiteSpaces(withSurrogate), QList<QString>({QChar(0xdc00), QString()}));
-        QCOMPARE(StringUtility::splitOnWhiteSpaces({}), QList<QString>({QString()}));
-    }
-
-    void patientName_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("last");
-        QTest::newRow("two words") << u"John Doe"_s << u"John"_s << u"Doe"_s;
-        QTest::newRow("one word") << u"John"_s << u"John"_s << u""_s;
-        QTest::newRow("more blanks") << u"John  Ronald Doe"_s << u"John"_s << u" Ronald Doe"_s;
-        QTest::newRow("blank ahead") << u" John"_s << u""_s << u"John"_s;
-        QTest::newRow("blank behind") << u"John "_s << u"John"_s << u""_s;
-        QTest::newRow("tab") << u"John\tDoe"_s << u"John\tDoe"_s << u""_s;
-        QTest::newRow("empty") << u""_s << u""_s << u""_s;
+        QCOMPARE(S::splitOnWhiteSpaces(QChar(0xdc00) + u" \t"_s), QList<QString>({QChar(0xdc00), QString()}));
+        QCOMPARE(S::splitOnWhiteSpaces({}), QList<QString>({QString()}));
     }
 
     void patientName()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, first);
-        QFETCH(QString, last);
-        QString firstName = u"old"_s;
-        QString lastName = u"old"_s;
-        StringUtility::patientNameToFirstLastName(name, firstName, lastName);
-        QCOMPARE(firstName, first);
-        QCOMPARE(lastName, last);
-        firstName = lastName = name;
-        StringUtility::patientNameToFirstLastName(firstName, firstName, lastName);
-        QCOMPARE(firstName + u'|' + lastName, first + u'|' + last);
-        lastName = name;
-        StringUtility::patientNameToFirstLastName(lastName, firstName, lastName);
-        QCOMPARE(firstName + u'|' + lastName, first + u'|' + last);
+        // Name, first name and last name.
+        const QString rows = u"John Doe|John|Doe/John|John|/John  R. Doe|John| R. Doe/ John||John/John |John|/"
+                             "John\tDoe|John\tDoe|/||"_s;
+        for (const QString &rowText : rows.split(u'/')) {
+            const QList<QString> row = rowText.split(u'|');
+            QString first = u"old"_s;
+            QString last = u"old"_s;
+            S::patientNameToFirstLastName(row.at(0), first, last);
+            QCOMPARE(QList<QString>({row.at(0), first, last}), row);
+            first = row.at(0);
+            S::patientNameToFirstLastName(first, first, last);
+            QCOMPARE(QList<QString>({row.at(0), first, last}), row);
+            last = row.at(0);
+            S::patientNameToFirstLastName(last, first, last);
+            QCOMPARE(QList<QString>({row.at(0), first, last}), row);
+        }
     }
 
     void initials_data()
@@ -157,7 +109,6 @@ private Q_SLOTS:
         QTest::newRow("Devanagari vowel sign") << u"\u0928\u093f"_s << u"\u0924"_s;
         QTest::newRow("Hangul syllable") << u"\u1100\u1161\u11a8"_s << u"\u1100"_s;
         QTest::newRow("joined emoji") << u"\U0001f469\u200d\U0001f52c"_s << u"\U0001f469"_s;
-        QTest::newRow("skin tone") << u"\U0001f44d\U0001f3fd"_s << u"a"_s;
         QTest::newRow("flags") << u"\U0001f1e9\U0001f1ea"_s << u"\U0001f1eb\U0001f1f7"_s;
     }
 
@@ -165,53 +116,36 @@ private Q_SLOTS:
     {
         QFETCH(QString, initial);
         QFETCH(QString, rest);
-        QCOMPARE(StringUtility::getPatientInitials(initial + rest, u"John"_s), u'J' + initial);
-        QCOMPARE(StringUtility::getPatientInitials(u"Doe"_s, initial + rest), initial + u'D');
-    }
-
-    void partsUpperCase()
-    {
-        const auto join = &StringUtility::makeFirstCharacterOfPartsUpperCase;
-        QCOMPARE(join({u"john"_s, u"DOE"_s}), u"John Doe"_s);
-        QCOMPARE(join({}), QString());
-        QCOMPARE(join({u""_s, u"a"_s, u""_s, u"b"_s, u""_s}), u"A  B"_s);
+        QCOMPARE(S::getPatientInitials(initial + rest, u"John"_s), u'J' + initial);
+        QCOMPARE(S::getPatientInitials(u"Doe"_s, initial + rest), initial + u'D');
+        QCOMPARE(S::makeFirstCharacterOfPartsUpperCase({u""_s, u"john"_s, u""_s, u"DOE"_s, u""_s}), u"John  Doe"_s);
     }
 
     void savedMap_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected"); // null where the text is refused
-        QTest::newRow("as written") << u"core 1.2.3 | ui 2.0"_s << u"core=1.2.3 ui=2.0 "_s;
-        QTest::newRow("no blanks, order of keys") << u"ui 2|core 1.2"_s << u"core=1.2 ui=2 "_s;
-        QTest::newRow("trimmed") << u" \tcore 1.2\u00a0 "_s << u"core=1.2 "_s;
-        QTest::newRow("last one holds") << u"core 1.0 | core 2.0"_s << u"core=2.0 "_s;
-        QTest::newRow("no number") << u"core abc|a\tb 1.2abc"_s << u"a\tb=1.2 core= "_s;
-        for (const char *refused : {"",
-                 "core",
-                 "core 1 2",
-                 "core  1.2",
-                 "core 1.2 | ",
-                 "| core 1.2",
-                 "core 1.2 || ui 2",
-                 "core\t1.0",
-                 "a 1|\"\n\\"}) {
-            QTest::addRow("refused: %s", refused) << QString::fromLatin1(refused) << QString();
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("core 1.2.3 | ui 2.0") << u"core=1.2.3 ui=2.0 "_s;
+        QTest::newRow("ui 2| \tcore 1.2 ") << u"core=1.2 ui=2 "_s;
+        QTest::newRow("core 1.0 | core 2.0") << u"core=2.0 "_s;
+        QTest::newRow("core abc|a\tb 1.2abc") << u"a\tb=1.2 core= "_s;
+        for (const QString &refused :
+            u"/core/core 1 2/core  1.2/core 1.2 | /| core 1/a 1 || b 2/core\t1/a 1|\"\n\\"_s.split(u'/')) {
+            QTest::newRow(qPrintable(refused)) << QString();
         }
     }
 
     void savedMap()
     {
-        QFETCH(QString, text);
         QFETCH(QString, expected);
+        const QString text = QString::fromLatin1(QTest::currentDataTag());
         const LogRecorder log;
-        const auto map = StringUtility::saveableUIStringToMap(text);
-        QCOMPARE(map.hasValue(), !expected.isNull());
-        if (!map.hasValue()) {
-            QString quoted = text;
-            quoted.replace(u"\\"_s, u"\\\\"_s).replace(u"\""_s, u"\\\""_s).replace(u"\n"_s, u"\\n"_s);
-            quoted.replace(u"\t"_s, u"\\t"_s);
+        const auto map = S::saveableUIStringToMap(text);
+        if (expected.isNull()) {
+            QString quoted;
+            QDebug(&quoted) << text;
+            QVERIFY(!map.hasValue());
             QCOMPARE(log.getLines(),
-                QStringList(u"1 default Corrupt string for stringToMap: stringMap ( \""_s + quoted + u"\" )"_s));
+                QStringList(u"1 default Corrupt string for stringToMap: stringMap ( "_s + quoted.trimmed() + u" )"_s));
             return;
         }
         QVERIFY(log.getLines().isEmpty());
@@ -222,30 +156,18 @@ private Q_SLOTS:
         QCOMPARE(written, expected);
     }
 
-    void versionNumbers_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("major");
-        QTest::addColumn<int>("minor");
-        QTest::newRow("two fields") << u"1.2"_s << 1 << 2;
-        QTest::newRow("no dot") << u"12"_s << -1 << -1;
-        QTest::newRow("empty") << u""_s << -1 << -1;
-        QTest::newRow("more fields, blanks") << u" 10 .-2.x"_s << 10 << -2;
-        QTest::newRow("empty minor") << u"1."_s << 1 << 0;
-        QTest::newRow("empty major") << u".5"_s << 0 << 5;
-        QTest::newRow("no number behind") << u"1.2-beta"_s << 1 << 0;
-        QTest::newRow("decimal") << u"010.0x1"_s << 10 << 0;
-        QTest::newRow("out of range") << u"99999999999.1"_s << 0 << 1;
-    }
-
     void versionNumbers()
     {
-        QFETCH(QString, text);
-        int majorNumber = 7;
-        int minorNumber = 7;
-        StringUtility::versionStringTo2Numbers(text, majorNumber, minorNumber);
-        QTEST(majorNumber, "major");
-        QTEST(minorNumber, "minor");
+        // Text, major and minor number.
+        const QString rows = u"1.2|1|2/12|-1|-1/|-1|-1/ 10 .-2.x|10|-2/1.|1|0/.5|0|5/1.2-beta|1|0/010.0x1|10|0/"
+                             "99999999999.1|0|1"_s;
+        for (const QString &row : rows.split(u'/')) {
+            const QString text = row.section(u'|', 0, 0);
+            int majorNumber = 7;
+            int minorNumber = 7;
+            S::versionStringTo2Numbers(text, majorNumber, minorNumber);
+            QCOMPARE(u"%1|%2|%3"_s.arg(text).arg(majorNumber).arg(minorNumber), row);
+        }
     }
 };
 

@@ -11,21 +11,17 @@ class TranslationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(translator.load(QStringLiteral(TRANSLATION_FILE))); }
-
     void translates_data()
     {
         QTest::addColumn<QString>("context");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("plain") << u"Patient"_s << u"Open"_s << u"Öffnen"_s;
-        QTest::newRow("other context") << u"Überblick"_s << u"Open"_s << u"Offen"_s;
-        QTest::newRow("no context") << u"Nowhere"_s << u"Open"_s << u"Open"_s;
+        QTest::newRow("context outside ASCII") << u"Überblick"_s << u"Open"_s << u"Offen"_s;
+        QTest::newRow("no such context") << u"Nowhere"_s << u"Open"_s << u"Open"_s;
         QTest::newRow("key outside ASCII") << u"Patient"_s << u"Größe ≥ 2 m"_s << u"Height ≥ 2 m"_s;
-        QTest::newRow("unknown key outside ASCII") << u"Patient"_s << u"木 😀"_s << u"木 😀"_s;
+        QTest::newRow("no such key") << u"Patient"_s << u"木 😀"_s << u"木 😀"_s;
         QTest::newRow("no disambiguation") << u"Patient"_s << u"Close"_s << u"Zu"_s;
         QTest::newRow("no plural") << u"Patient"_s << u"%n of %1"_s << u"%n von %1"_s;
-        QTest::newRow("empty") << u"Patient"_s << QString() << QString();
     }
 
     void translates()
@@ -35,21 +31,16 @@ private Q_SLOTS:
         QFETCH(QString, expected);
         const QByteArray utf8 = context.toUtf8();
         QCOMPARE(strings::tr(context, key), key);
-        QCOMPARE(strings::tr(utf8.constData(), QList<QString>{key}), QList<QString>{key});
 
-        QCoreApplication::installTranslator(&translator);
+        QTranslator translator; // uninstalls itself
+        QVERIFY(translator.load(QStringLiteral(TRANSLATION_FILE)) && QCoreApplication::installTranslator(&translator));
         QCOMPARE(strings::tr(utf8.constData(), key), expected);
         QCOMPARE(strings::tr(context, key), expected);
         const QList<QString> keys = {key, u"?"_s, QString(), key};
         const QList<QString> expectedList = {expected, u"?"_s, QString(), expected};
         QCOMPARE(strings::tr(utf8.constData(), keys), expectedList);
         QCOMPARE(strings::tr(context, keys), expectedList);
-        QVERIFY(strings::tr(context, QList<QString>()).isEmpty());
-        QCoreApplication::removeTranslator(&translator);
     }
-
-private:
-    QTranslator translator;
 };
 
 QTEST_GUILESS_MAIN(TranslationTest)
