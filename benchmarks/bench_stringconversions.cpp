@@ -97,20 +97,15 @@ void registerIntegers()
 void registerReals()
 {
     using Own = StringConversions;
-    registerForm(
-        "QPointF",
-        [] { return QPointF(randomReal(), randomReal()); },
-        [](const QPointF &point) { return Own::qpointfToString(point, 17); },
-        [](const QPointF &point) { return plain::qpointfToString(point, 17); },
-        &Own::stringToQPointF,
-        &plain::stringToQPointF);
-    registerForm(
-        "QPointF-6digits",
-        [] { return QPointF(randomReal(), randomReal()); },
-        [](const QPointF &point) { return Own::qpointfToString(point, 6); },
-        [](const QPointF &point) { return plain::qpointfToString(point, 6); },
-        &Own::stringToQPointF,
-        &plain::stringToQPointF);
+    for (const int precision : {17, 6}) {
+        registerForm(
+            "QPointF-" + std::to_string(precision) + "digits",
+            [] { return QPointF(randomReal(), randomReal()); },
+            [precision](const QPointF &point) { return Own::qpointfToString(point, precision); },
+            [precision](const QPointF &point) { return plain::qpointfToString(point, precision); },
+            &Own::stringToQPointF,
+            &plain::stringToQPointF);
+    }
     registerForm(
         "QSizeF",
         [] { return QSizeF(randomReal(), randomReal()); },

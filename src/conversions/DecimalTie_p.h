@@ -35,26 +35,28 @@ inline int lowestFractionBit(double number)
 
 /**
  * Tells whether @p number may be a tie at @p precision significant digits, from 1 to 17. A tie in the decade from 10^d
- * to 10^(d + 1) has its lowest bit at 2^-(precision - d). A true answer may err for large whole numbers, a false one
- * never does.
+ * to 10^(d + 1) has its lowest bit at 2^-(precision - d). A true answer may err for whole numbers, a false one never.
  */
 inline bool mayOccurAtDigit(double number, int precision)
 {
-    // Below 1e-8 there is none: a tie there would have its lowest bit, and so its value, above the decade.
-    constexpr int lowest = -8;
+    // In decades beyond these there is none. Further down its lowest bit would lie above the decade. Further up its
+    // value, an odd multiple of 5^(d - precision + 1) * 2^(d - precision), would take more than 53 bits; only 1.5e22
+    // at one digit would not, and that becomes 2e22 either way.
     // clang-format off
     constexpr std::array<double, 31> tens = {
         1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1,
         1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11,
         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
     // clang-format on
-    const double magnitude = std::abs(number);
+    constexpr int lowest = -8;
+    constexpr int highest = 21;
     const int decade = precision - lowestFractionBit(number);
-    if (decade < lowest) {
+    if (decade < lowest || decade > highest) {
         return false;
     }
+    const double magnitude = std::abs(number);
     const auto index = static_cast<std::size_t>(decade - lowest);
-    return index + 1 < tens.size() ? magnitude >= tens[index] && magnitude < tens[index + 1] : magnitude >= tens.back();
+    return magnitude >= tens[index] && magnitude < tens[index + 1];
 }
 
 /** Tells whether @p number may be a tie in the format 'f' or 'g' at @p precision, from 0 to 17; "g" takes 0 for 1. */

@@ -289,12 +289,11 @@ utility::Optional<QMatrix4x4> StringConversions::stringToQMatrix4x4Safe(const QS
     if (fields.count() != 16) {
         return {};
     }
-    // Stored element by element: a matrix made from an array of values would not be of general type.
     QMatrix4x4 matrix;
+    std::size_t index = 0;
     for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 4; ++column) {
-            const auto index = static_cast<std::size_t>(4 * row + column);
-            matrix(row, column) = static_cast<float>(NumberReader::readDouble(fields[index]));
+            matrix(row, column) = static_cast<float>(NumberReader::readDouble(fields[index++]));
         }
     }
     return matrix;

@@ -295,7 +295,8 @@ void StringConversionsAgreementTest::allocations()
     readOnly(text);
     QTEST(allocated - before, "allocations");
 #else
-    QSKIP("counts calls of glibc's malloc, which sanitizers have their own in place of");
+    // Not QSKIP, whose use with one argument clang finds fault with.
+    QTest::qSkip("counts calls of glibc's malloc, which sanitizers replace, in builds by GCC", __FILE__, __LINE__);
 #endif
 }
 
