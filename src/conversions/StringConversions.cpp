@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
-#include <iterator>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 /**
  * @brief Puts a text together from numbers and other texts, with one allocation for a short text.
@@ -45,9 +46,9 @@ public:
     /** Appends @p number in base 10. */
     void appendInteger(int number)
     {
-        std::array<char, 16> digits;
+        std::array<char, 16> digits = {};
         const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-        appendAscii(digits.data(), end);
+        appendAscii(digits, end);
     }
 
     /**
@@ -60,12 +61,12 @@ public:
         const bool isNegativeZero = number == 0 && std::signbit(number);
         const bool isCommon = std::isfinite(number) && !isNegativeZero && precision >= 0 && precision <= 17;
         if (isCommon && !DecimalTie::mayOccur(number, format, precision)) {
-            std::array<char, 64> digits;
+            std::array<char, 64> digits = {};
             const auto form = format == 'f' ? std::chars_format::fixed : std::chars_format::general;
             const auto [end, error] =
                 std::to_chars(digits.data(), digits.data() + digits.size(), number, form, precision);
             if (error == std::errc()) {
-                appendAscii(digits.data(), end);
+                appendAscii(digits, end);
                 return;
             }
         }
@@ -85,14 +86,16 @@ public:
     }
 
 private:
-    void appendAscii(const char *first, const char *last)
+    /** Appends what stands ahead of @p end, which points into @p characters. */
+    template <std::size_t Size>
+    void appendAscii(const std::array<char, Size> &characters, const char *end)
     {
-        if (static_cast<std::size_t>(last - first) > buffer.size() - used) {
+        if (Size > buffer.size() - used) {
             flush();
         }
-        for (; first != last; ++first) {
-            buffer[used++] = static_cast<char16_t>(*first);
-        }
+        // All of them: a fixed number is copied faster than the right one, and the next part overwrites the rest.
+        std::copy(characters.begin(), characters.end(), buffer.data() + used);
+        used += static_cast<std::size_t>(end - characters.data());
     }
 
     void flush()
