@@ -20,8 +20,7 @@ public:
     using CommandQueueThread::CommandQueueThread;
     ~Worker() override
     {
-        stop();
-        if (!wait(patience)) {
+        if (!end()) {
             qFatal("the worker does not end");
         }
     }
@@ -30,6 +29,7 @@ public:
         stop();
         return wait(patience);
     }
+    CommandQueue &queue = getCommandQueue();
 };
 
 /** A command with its record, which outlives all of them. */
@@ -40,50 +40,20 @@ struct Item
         , command(QSharedPointer<TestCommand>::create(&data, std::move(work)))
     {
     }
+    bool waitFor(CommandData::Status status) const
+    {
+        QDeadlineTimer deadline(patience);
+        while (data.getStatus() != status && !deadline.hasExpired()) {
+            std::this_thread::yield();
+        }
+        return data.getStatus() == status;
+    }
+    bool endedOnce() const { return ends == 1 && removals == 1; }
+
     TestData data;
     QSharedPointer<TestCommand> command;
-};
-
-/** Counts how often each record was removed, and how often it came to a final status. */
-class Ledger
-{
-public:
-    void follow(const CommandQueue &queue, std::deque<Item> &items)
-    {
-        for (Item &item : items) {
-            QObject::connect(
-                &item.data,
-                &CommandData::statusChanged,
-                &item.data,
-                [this](CommandData *data) {
-                    const CommandData::Status status = data->getStatus();
-                    if (status == CommandData::FINISHED || status == CommandData::CANCELLED) {
-                        const QMutexLocker lock(&mutex);
-                        ++ends[data];
-                    }
-                },
-                Qt::DirectConnection);
-        }
-        QObject::connect(
-            &queue,
-            &CommandQueue::commandRemoved,
-            &queue,
-            [this](CommandData *data) {
-                const QMutexLocker lock(&mutex);
-                ++removals[data];
-            },
-            Qt::DirectConnection);
-    }
-    bool endedOnce(CommandData *data) const
-    {
-        const QMutexLocker lock(&mutex);
-        return ends.value(data) == 1 && removals.value(data) == 1;
-    }
-
-private:
-    mutable QMutex mutex;
-    QHash<CommandData *, int> ends;
-    QHash<CommandData *, int> removals;
+    std::atomic<int> ends = 0; // how often it came to a final status
+    std::atomic<int> removals = 0;
 };
 
 /** Holds a thread in place: it calls arrive() and stays there until the test calls release(). */
@@ -106,18 +76,30 @@ private:
 bool waitFor(const std::function<bool()> &condition)
 {
     QDeadlineTimer deadline(patience);
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
+    while (!condition() && !deadline.hasExpired()) {
         std::this_thread::yield();
     }
-    return true;
+    return condition();
 }
 
-bool waitForStatus(const Item &item, CommandData::Status status)
+/** Connects a slot that runs on the thread that emits. */
+template <typename Sender, typename Signal, typename Slot>
+void directly(const Sender &sender, Signal signal, Slot slot)
 {
-    return waitFor([&] { return item.data.getStatus() == status; });
+    QObject::connect(&sender, signal, &sender, slot, Qt::DirectConnection);
+}
+
+void countEnds(const CommandQueue &queue, std::deque<Item> &items)
+{
+    QHash<CommandData *, Item *> byRecord;
+    for (Item &item : items) {
+        byRecord.insert(&item.data, &item);
+        directly(item.data, &CommandData::statusChanged, [&item](CommandData *data) {
+            const CommandData::Status status = data->getStatus();
+            item.ends += status == CommandData::FINISHED || status == CommandData::CANCELLED;
+        });
+    }
+    directly(queue, &CommandQueue::commandRemoved, [byRecord](CommandData *data) { ++byRecord.value(data)->removals; });
 }
 } // namespace
 
@@ -126,118 +108,81 @@ class CommandQueueThreadTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void addingWakesTheWorker()
-    {
-        Item item(u"A"_s);
-        Worker worker(nullptr);
-        worker.start();
-        worker.getCommandQueue().addCommand(item.command);
-        QVERIFY(waitForStatus(item, CommandData::FINISHED));
-        QCOMPARE(worker.objectName(), u"CommandQueue"_s);
-        QVERIFY(worker.end());
-    }
-
     void signalsComeOnTheWorker()
     {
         Item item(u"A"_s);
-        auto queue = std::make_unique<CommandQueue>();
+        Worker worker(nullptr);
         QList<QThread *> threads;
         const auto note = [&] { threads.append(QThread::currentThread()); };
-        connect(queue.get(), &CommandQueue::commandStarted, queue.get(), note, Qt::DirectConnection);
-        connect(&item.data, &CommandData::statusChanged, queue.get(), note, Qt::DirectConnection);
-        connect(queue.get(), &CommandQueue::commandRemoved, queue.get(), note, Qt::DirectConnection);
-        connect(queue.get(), &CommandQueue::commandFinished, queue.get(), note, Qt::DirectConnection);
-        Worker worker(std::move(queue));
-        worker.getCommandQueue().addCommand(item.command);
-        QCOMPARE(threads, QList<QThread *>{QThread::currentThread()});
-        threads.clear();
+        directly(worker.queue, &CommandQueue::commandStarted, note);
+        directly(item.data, &CommandData::statusChanged, note);
+        directly(worker.queue, &CommandQueue::commandRemoved, note);
+        directly(worker.queue, &CommandQueue::commandFinished, note);
+        worker.queue.addCommand(item.command);
         worker.start();
-        QVERIFY(waitForStatus(item, CommandData::FINISHED));
+        QVERIFY(item.waitFor(CommandData::FINISHED));
         QVERIFY(worker.end());
-        QCOMPARE(threads, QList<QThread *>(5, &worker));
+        QCOMPARE(threads, QList<QThread *>{QThread::currentThread()} + QList<QThread *>(5, &worker));
+        QCOMPARE(worker.objectName(), u"CommandQueue"_s);
     }
 
     void addOnAnotherThreadCountsWhenTheCreatorsLoopRuns()
     {
-        Item item(u"A"_s);
+        Item first(u"A"_s);
         Item second(u"B"_s);
         Worker worker;
         worker.start();
-        std::thread([&] { worker.getCommandQueue().addCommand(item.command); }).join();
-        QTRY_COMPARE_WITH_TIMEOUT(item.data.getStatus(), CommandData::FINISHED, patience);
+        std::thread([&] { worker.queue.addCommand(first.command); }).join();
+        QTRY_COMPARE_WITH_TIMEOUT(first.data.getStatus(), CommandData::FINISHED, patience);
         std::thread([&] {
-            worker.getCommandQueue().addCommand(second.command);
+            worker.queue.addCommand(second.command);
             worker.restart();
         }).join();
-        QVERIFY(waitForStatus(second, CommandData::FINISHED));
-        QVERIFY(worker.end());
+        QVERIFY(second.waitFor(CommandData::FINISHED));
     }
 
     /** The worker's last word before it sleeps is the direct slot of commandFinished. */
-    void nothingIsLostAtTheEndOfARun_data()
-    {
-        QTest::addColumn<QString>("wakeUp");
-        QTest::newRow("add") << u"add"_s;
-        QTest::newRow("permission") << u"permission"_s;
-        QTest::newRow("restart") << u"restart"_s;
-    }
+    void nothingIsLostAtTheEndOfARun_data() { wakeUps(); }
     void nothingIsLostAtTheEndOfARun()
     {
-        QFETCH(const QString, wakeUp);
         Item first(u"A"_s);
         Item second(u"B"_s);
+        Item third(u"C"_s);
         Gate gate;
         Worker worker;
-        CommandQueue &queue = worker.getCommandQueue();
-        connect(
-            &queue,
-            &CommandQueue::commandFinished,
-            &queue,
-            [&](CommandData *data) {
-                if (data == &first.data) {
-                    gate.arrive();
-                }
-            },
-            Qt::DirectConnection);
-        second.command->startable = wakeUp == u"add";
-        queue.addCommand(first.command);
-        if (wakeUp != u"add") {
-            queue.addCommand(second.command);
-        }
+        directly(worker.queue, &CommandQueue::commandFinished, [&](CommandData *data) {
+            if (data == &first.data) {
+                gate.arrive();
+            }
+        });
+        second.command->startable = false;
+        worker.queue.addCommand(first.command);
+        worker.queue.addCommand(second.command);
         worker.start();
         QVERIFY(gate.waitForArrival());
         second.command->startable = true;
-        if (wakeUp == u"add") {
-            queue.addCommand(second.command);
-        } else if (wakeUp == u"permission") {
-            Q_EMIT queue.finishCommandAllowed(true);
-        } else {
-            worker.restart();
-        }
+        wake(worker, third);
         gate.release();
-        QVERIFY(waitForStatus(second, CommandData::FINISHED));
-        QVERIFY(worker.end());
+        QVERIFY(second.waitFor(CommandData::FINISHED));
     }
 
-    /** A permission meets the end of a run: it is seen by the last look or wakes the worker. */
+    /** A permission meets the end of a run: the last look sees it, or it wakes the worker. */
     void permissionAtTheEndOfARunCounts()
     {
         std::deque<Item> items;
         Worker worker;
-        CommandQueue &queue = worker.getCommandQueue();
         worker.start();
         for (int round = 0; round < 1000; ++round) {
             Item &first = items.emplace_back(u"A"_s);
             Item &second = items.emplace_back(u"B"_s);
             second.command->startable = false;
-            queue.addCommand(second.command);
-            queue.addCommand(first.command);
-            QVERIFY(waitForStatus(first, CommandData::FINISHED));
+            worker.queue.addCommand(second.command);
+            worker.queue.addCommand(first.command);
+            QVERIFY(first.waitFor(CommandData::FINISHED));
             second.command->startable = true;
-            Q_EMIT queue.finishCommandAllowed(true);
-            QVERIFY2(waitForStatus(second, CommandData::FINISHED), qPrintable(u"round %1"_s.arg(round)));
+            Q_EMIT worker.queue.finishCommandAllowed(true);
+            QVERIFY2(second.waitFor(CommandData::FINISHED), qPrintable(u"round %1"_s.arg(round)));
         }
-        QVERIFY(worker.end());
     }
 
     void permissionDuringARunIsIgnored()
@@ -249,19 +194,14 @@ private Q_SLOTS:
             second.command->startable = false;
             std::atomic<int> looksInRun = 0;
             Worker worker;
-            CommandQueue &queue = worker.getCommandQueue();
-            connect(
-                &queue,
-                &CommandQueue::commandFinished,
-                &queue,
-                [&] { looksInRun = second.command->looks.load(); },
-                Qt::DirectConnection);
-            queue.addCommand(second.command);
+            directly(worker.queue, &CommandQueue::commandFinished, [&] { looksInRun = second.command->looks.load(); });
+            worker.queue.addCommand(second.command);
             worker.start();
             QVERIFY(waitFor([&] { return second.command->looks == 2; })); // no wake-up is pending
-            queue.addCommand(first.command);
+            Q_EMIT worker.queue.finishCommandAllowed(false);
+            worker.queue.addCommand(first.command);
             QVERIFY(gate.waitForArrival());
-            Q_EMIT queue.finishCommandAllowed(true);
+            Q_EMIT worker.queue.finishCommandAllowed(true);
             gate.release();
             QVERIFY(waitFor([&] { return looksInRun > 0; }));
             QVERIFY(worker.end());
@@ -274,12 +214,11 @@ private Q_SLOTS:
         Item item(u"A"_s);
         item.command->startable = false;
         Worker worker;
-        CommandQueue &queue = worker.getCommandQueue();
-        queue.addCommand(item.command);
+        worker.queue.addCommand(item.command);
         worker.start();
-        QVERIFY(waitFor([&] { return item.command->looks == 2; })); // by the first run and for the add before it
+        QVERIFY(waitFor([&] { return item.command->looks == 2; }));
         for (int round = 0; round < 50; ++round) {
-            Q_EMIT queue.finishCommandAllowed(false);
+            Q_EMIT worker.queue.finishCommandAllowed(false);
             std::this_thread::yield();
         }
         QVERIFY(worker.end());
@@ -303,25 +242,21 @@ private Q_SLOTS:
             std::atomic<int> runs = 0;
             std::atomic<int> announced = 0;
             Worker worker;
-            CommandQueue &queue = worker.getCommandQueue();
-            connect(
-                &queue, &CommandQueue::commandFinished, &queue, [&] { ++runs; }, Qt::DirectConnection);
-            connect(
-                &queue, &CommandQueue::awaitingUserAction, &queue, [&] { ++announced; }, Qt::DirectConnection);
-            queue.addCommand(first.command);
+            directly(worker.queue, &CommandQueue::commandFinished, [&] { ++runs; });
+            directly(worker.queue, &CommandQueue::awaitingUserAction, [&] { ++announced; });
+            worker.queue.addCommand(first.command);
             worker.start();
             QVERIFY(gate.waitForArrival());
             if (userAction) {
                 second.data.setStatus(CommandData::REQUIRE_USER_ACTION);
             }
-            queue.addCommand(second.command); // a wake-up that stays pending
-            worker.restart();
+            worker.queue.addCommand(second.command); // a wake-up that stays pending
             if (!userAction) {
-                queue.pause();
+                worker.queue.pause();
             }
             gate.release();
             QVERIFY(waitFor([&] { return runs == 1; }));
-            QVERIFY(queue.isPaused());
+            QVERIFY(worker.queue.isPaused());
             QVERIFY(worker.end());
             QCOMPARE(runs, 1);
             QCOMPARE(announced, userAction ? 1 : 0);
@@ -335,52 +270,36 @@ private Q_SLOTS:
         Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
         Item second(u"B"_s);
         Worker worker;
-        worker.getCommandQueue().addCommand(first.command);
+        worker.queue.addCommand(first.command);
         worker.start();
         QVERIFY(gate.waitForArrival());
-        worker.getCommandQueue().addCommand(second.command);
-        worker.getCommandQueue().pause();
+        worker.queue.addCommand(second.command);
+        worker.queue.pause();
         worker.restart();
         gate.release();
-        QVERIFY(waitForStatus(second, CommandData::FINISHED));
+        QVERIFY(second.waitFor(CommandData::FINISHED));
     }
 
-    void pausedQueueGoesOn_data()
-    {
-        QTest::addColumn<QString>("wakeUp");
-        QTest::newRow("restart") << u"restart"_s;
-        QTest::newRow("add") << u"add"_s;
-        QTest::newRow("permission") << u"permission"_s;
-    }
+    void pausedQueueGoesOn_data() { wakeUps(); }
     void pausedQueueGoesOn()
     {
-        QFETCH(const QString, wakeUp);
         Item first(u"A"_s);
         Item second(u"B"_s);
         Worker worker;
-        CommandQueue &queue = worker.getCommandQueue();
         first.data.setStatus(CommandData::REQUIRE_USER_ACTION);
-        queue.addCommand(first.command);
+        worker.queue.addCommand(first.command);
         worker.start();
-        QVERIFY(waitFor([&] { return queue.isPaused() && !queue.isProcessing(); }));
+        QVERIFY(waitFor([&] { return worker.queue.isPaused() && !worker.queue.isProcessing(); }));
         first.data.setStatus(CommandData::QUEUEING);
-        if (wakeUp == u"restart") {
-            worker.restart();
-        } else if (wakeUp == u"add") {
-            queue.addCommand(second.command);
-        } else {
-            Q_EMIT queue.finishCommandAllowed(true);
-        }
-        QVERIFY(waitForStatus(first, CommandData::FINISHED));
-        QVERIFY(!queue.isPaused());
-        QVERIFY(worker.end());
+        wake(worker, second);
+        QVERIFY(first.waitFor(CommandData::FINISHED));
     }
 
     void restartDoesNotWaitForTheQueue()
     {
-        Worker worker;
         Item item(u"A"_s);
-        connect(&worker.getCommandQueue(), &CommandQueue::commandRemoved, this, [&] {
+        Worker worker;
+        directly(worker.queue, &CommandQueue::commandRemoved, [&] {
             QSemaphore done;
             std::thread other([&] {
                 worker.restart();
@@ -389,62 +308,54 @@ private Q_SLOTS:
             QVERIFY(done.tryAcquire(1, patience));
             other.join();
         });
-        worker.getCommandQueue().addCommand(item.command);
-        worker.getCommandQueue().cancelCommand(item.command);
+        worker.queue.addCommand(item.command);
+        worker.queue.cancelCommand(item.command);
     }
 
     void stopInEachState_data()
     {
         QTest::addColumn<QString>("state");
-        QTest::addColumn<int>("first");
-        for (const char *state : {"before start", "asleep", "awake"}) {
-            QTest::newRow(state) << QString::fromLatin1(state) << int(CommandData::CANCELLED);
+        QTest::addColumn<CommandData::Status>("first");
+        for (const char *state : {"before start", "asleep", "first signal"}) {
+            QTest::newRow(state) << QString::fromLatin1(state) << CommandData::CANCELLED;
         }
-        QTest::newRow("first signal") << u"first signal"_s << int(CommandData::CANCELLED);
-        QTest::newRow("execute") << u"execute"_s << int(CommandData::FINISHED);
-        QTest::newRow("own handleExecute") << u"own handleExecute"_s << int(CommandData::FINISHED);
-        QTest::newRow("last signal") << u"last signal"_s << int(CommandData::FINISHED);
-        QTest::newRow("twice") << u"twice"_s << int(CommandData::FINISHED);
-        QTest::newRow("two threads") << u"two threads"_s << int(CommandData::FINISHED);
+        for (const char *state : {"execute", "own handleExecute", "last signal", "twice", "two threads"}) {
+            QTest::newRow(state) << QString::fromLatin1(state) << CommandData::FINISHED;
+        }
     }
     void stopInEachState()
     {
         QFETCH(const QString, state);
-        QFETCH(const int, first);
-        const bool inExecute = state == u"execute" || state == u"twice" || state == u"two threads";
         Gate gate;
         std::deque<Item> items;
         Worker worker;
-        CommandQueue &queue = worker.getCommandQueue();
-        const auto arrive = [&](CommandData *) { gate.arrive(); };
         items.emplace_back(u"A"_s, [&](TestCommand &) {
             if (state == u"own handleExecute") {
                 worker.stop();
-            } else if (inExecute) {
+            } else if (!state.endsWith(u"signal")) {
                 gate.arrive();
             }
         });
         items.emplace_back(u"B"_s);
         if (state == u"first signal") {
-            connect(&queue, &CommandQueue::commandStarted, &queue, arrive, Qt::DirectConnection);
+            directly(worker.queue, &CommandQueue::commandStarted, [&] { gate.arrive(); });
         } else if (state == u"last signal") {
-            connect(&queue, &CommandQueue::commandFinished, &queue, arrive, Qt::DirectConnection);
-            items[1].command->startable = false;
-        } else if (state == u"asleep" || state == u"awake") {
-            items[0].command->startable = false;
-            items[1].command->startable = false;
+            directly(worker.queue, &CommandQueue::commandFinished, [&] { gate.arrive(); });
         }
-        Ledger ledger;
-        ledger.follow(queue, items);
-        queue.addCommand(items[0].command);
-        queue.addCommand(items[1].command);
-        if (state != u"before start") {
+        items[0].command->startable = state != u"asleep";
+        items[1].command->startable = state != u"asleep" && state != u"last signal";
+        countEnds(worker.queue, items);
+        for (const Item &item : items) {
+            worker.queue.addCommand(item.command);
+        }
+        if (state == u"asleep") {
             worker.start();
-        }
-        if (inExecute || state.endsWith(u"signal")) {
-            QVERIFY(gate.waitForArrival());
-        } else if (state == u"asleep") {
             QVERIFY(waitFor([&] { return items[0].command->looks == 2; }));
+        } else if (state == u"own handleExecute") {
+            worker.start();
+        } else if (state != u"before start") {
+            worker.start();
+            QVERIFY(gate.waitForArrival());
         }
         if (state == u"two threads") {
             std::thread other([&] { worker.stop(); });
@@ -458,16 +369,11 @@ private Q_SLOTS:
             worker.stop();
         }
         gate.release();
+        QVERIFY(worker.wait(patience));
+        QTEST(items[0].data.getStatus(), "first");
+        QVERIFY(items[0].endedOnce() && items[1].endedOnce());
         worker.start();
         QVERIFY(worker.wait(patience));
-        QCOMPARE(int(items[0].data.getStatus()), first);
-        for (Item &item : items) {
-            QVERIFY(ledger.endedOnce(&item.data));
-        }
-        worker.restart();
-        worker.start();
-        QVERIFY(worker.wait(patience));
-        QVERIFY(queue.getCommands().isEmpty());
     }
 
     void stopMeetsTheEndOfACommand()
@@ -475,45 +381,36 @@ private Q_SLOTS:
         Gate gate;
         std::deque<Item> items;
         for (int index = 0; index < 300; ++index) {
-            items.emplace_back(QString::number(index));
-            items.back().command->startable = false;
+            items.emplace_back(QString::number(index)).command->startable = false;
         }
         Item &last = items.emplace_back(u"last"_s, [&](TestCommand &) { gate.arrive(); });
         items.front().command->cancelHook = [&] {
             gate.release();
-            QVERIFY(waitForStatus(last, CommandData::FINISHED)); // set without the mutex, which is held here
+            QVERIFY(last.waitFor(CommandData::FINISHED)); // set without the mutex, which is held here
         };
-        Ledger ledger;
         Worker worker;
-        ledger.follow(worker.getCommandQueue(), items);
+        countEnds(worker.queue, items);
         for (const Item &item : items) {
-            worker.getCommandQueue().addCommand(item.command);
+            worker.queue.addCommand(item.command);
         }
         worker.start();
         QVERIFY(gate.waitForArrival());
         QVERIFY(worker.end());
         QCOMPARE(last.data.getStatus(), CommandData::FINISHED);
-        QVERIFY(ledger.endedOnce(&last.data));
+        QVERIFY(last.endedOnce());
     }
 
     void commandCancelledByASlotOfStopEndsOnce()
     {
         std::deque<Item> items;
-        for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
-            items.emplace_back(reference);
-        }
-        Ledger ledger;
         Worker worker;
-        CommandQueue &queue = worker.getCommandQueue();
-        ledger.follow(queue, items);
-        for (const Item &item : items) {
-            queue.addCommand(item.command);
+        for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
+            worker.queue.addCommand(items.emplace_back(reference).command);
         }
-        connect(&queue, &CommandQueue::commandRemoved, this, [&] { queue.cancelCommandByReference(u"C"_s); });
+        countEnds(worker.queue, items);
+        directly(worker.queue, &CommandQueue::commandRemoved, [&] { worker.queue.cancelCommandByReference(u"C"_s); });
         worker.stop();
-        for (Item &item : items) {
-            QVERIFY(ledger.endedOnce(&item.data));
-        }
+        QVERIFY(items[0].endedOnce() && items[1].endedOnce() && items[2].endedOnce());
     }
 
     void workerDoesNotEndBeforeStopHasDoneItsWork()
@@ -526,7 +423,7 @@ private Q_SLOTS:
             worker.restart();
             ended = worker.wait(50);
         };
-        worker.getCommandQueue().addCommand(item.command);
+        worker.queue.addCommand(item.command);
         worker.start();
         QVERIFY(waitFor([&] { return item.command->looks == 2; }));
         worker.stop();
@@ -540,16 +437,15 @@ private Q_SLOTS:
             Item late(u"late"_s);
             Worker worker;
             worker.start();
-            worker.getCommandQueue().addCommand(early.command);
+            worker.queue.addCommand(early.command);
             if (round % 2) {
-                QVERIFY(waitForStatus(early, CommandData::FINISHED));
+                QVERIFY(early.waitFor(CommandData::FINISHED));
             }
             worker.stop();
-            worker.getCommandQueue().addCommand(late.command);
+            worker.queue.addCommand(late.command);
             QVERIFY(worker.wait(patience));
             const bool firstRunCameLate = early.data.getStatus() == CommandData::CANCELLED;
-            QVERIFY2(
-                firstRunCameLate || late.data.getStatus() == CommandData::QUEUEING, qPrintable(QString::number(round)));
+            QVERIFY(firstRunCameLate || late.data.getStatus() == CommandData::QUEUEING);
         }
     }
 
@@ -572,8 +468,7 @@ private Q_SLOTS:
             }
             other.join();
         };
-        worker.getCommandQueue().addCommand(item.command);
-        item.command.reset();
+        worker.queue.addCommand(std::exchange(item.command, nullptr));
         worker.stop();
         QVERIFY(!locked);
     }
@@ -581,44 +476,41 @@ private Q_SLOTS:
     void tortureAddAndWait()
     {
         std::deque<Item> items;
-        QSemaphore removed;
+        QSemaphore destroyed;
         Worker worker;
         worker.start();
         for (int round = 0; round < 5000; ++round) {
             Item &item = items.emplace_back(u"A"_s);
-            item.command->destroyed = [&] { removed.release(); };
-            worker.getCommandQueue().addCommand(std::exchange(item.command, nullptr));
-            QVERIFY2(removed.tryAcquire(1, patience), qPrintable(u"round %1"_s.arg(round)));
+            item.command->destroyed = [&] { destroyed.release(); };
+            worker.queue.addCommand(std::exchange(item.command, nullptr));
+            QVERIFY2(destroyed.tryAcquire(1, patience), qPrintable(u"round %1"_s.arg(round)));
         }
-        QVERIFY(worker.end());
     }
 
     void tortureFromFourThreads()
     {
-        constexpr int perThread = 100;
-        for (int round = 0; round < 25; ++round) {
+        constexpr unsigned perThread = 100;
+        for (unsigned round = 0; round < 25; ++round) {
             std::deque<Item> items;
-            for (int index = 0; index < 4 * perThread; ++index) {
+            for (unsigned index = 0; index < 4 * perThread; ++index) {
                 items.emplace_back(QString::number(index));
             }
-            Ledger ledger;
             Worker worker;
-            CommandQueue &queue = worker.getCommandQueue();
-            ledger.follow(queue, items);
+            countEnds(worker.queue, items);
             worker.start();
             std::vector<std::thread> clients;
-            for (int client = 0; client < 4; ++client) {
+            for (unsigned client = 0; client < 4; ++client) {
                 clients.emplace_back([&, client] {
-                    std::minstd_rand random(unsigned(round * 4 + client + 1));
-                    for (int index = client * perThread; index < (client + 1) * perThread; ++index) {
-                        items[size_t(index)].command->finished = random() % 8 != 0;
-                        queue.addCommand(items[size_t(index)].command);
+                    std::minstd_rand random(round * 4 + client + 1);
+                    for (unsigned index = client * perThread; index < (client + 1) * perThread; ++index) {
+                        items[index].command->finished = random() % 8 != 0;
+                        worker.queue.addCommand(items[index].command);
                         switch (random() % 4) {
                         case 0:
-                            queue.cancelCommandByReference(QString::number(int(random() % unsigned(4 * perThread))));
+                            worker.queue.cancelCommandByReference(QString::number(random() % (4 * perThread)));
                             break;
                         case 1:
-                            queue.pause();
+                            worker.queue.pause();
                             break;
                         default:
                             worker.restart();
@@ -630,10 +522,30 @@ private Q_SLOTS:
                 client.join();
             }
             QVERIFY(worker.end());
-            QVERIFY(queue.getCommands().isEmpty());
-            for (Item &item : items) {
-                QVERIFY2(ledger.endedOnce(&item.data), qPrintable(item.data.getReference()));
+            QVERIFY(worker.queue.getCommands().isEmpty());
+            for (const Item &item : items) {
+                QVERIFY2(item.endedOnce(), qPrintable(item.data.getReference()));
             }
+        }
+    }
+
+private:
+    static void wakeUps()
+    {
+        QTest::addColumn<QString>("wakeUp");
+        for (const char *wakeUp : {"add", "permission", "restart"}) {
+            QTest::newRow(wakeUp) << QString::fromLatin1(wakeUp);
+        }
+    }
+    static void wake(Worker &worker, const Item &added)
+    {
+        QFETCH(const QString, wakeUp);
+        if (wakeUp == u"add") {
+            worker.queue.addCommand(added.command);
+        } else if (wakeUp == u"permission") {
+            Q_EMIT worker.queue.finishCommandAllowed(true);
+        } else {
+            worker.restart();
         }
     }
 };
