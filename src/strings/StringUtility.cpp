@@ -123,10 +123,12 @@ QString StringUtility::fromHtmlEscapedToPlainText(const QString &text)
 
 void StringUtility::patientNameToFirstLastName(const QString &patientName, QString &firstName, QString &lastName)
 {
-    const QString name = patientName; // outlives the assignments, should a result be the name itself
-    const qsizetype blank = name.indexOf(u' ');
-    firstName = name.left(blank);
-    lastName = blank < 0 ? u""_s : name.sliced(blank + 1);
+    const qsizetype blank = patientName.indexOf(u' ');
+    // Both are made before either is assigned: a result may be the variable that holds the name.
+    QString first = patientName.left(blank);
+    QString last = blank < 0 ? u""_s : patientName.sliced(blank + 1);
+    firstName = std::move(first);
+    lastName = std::move(last);
 }
 
 QString StringUtility::getPatientInitials(const QString &firstPart, const QString &secondPart)

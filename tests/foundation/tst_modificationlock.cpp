@@ -36,7 +36,7 @@ private Q_SLOTS:
         std::vector<std::thread> threads;
         for (int i = 0; i < 4; ++i) {
             threads.emplace_back([&unlockedSeen, lock = std::make_unique<ModificationLock>(ModificationLock::Data)] {
-                for (int j = 0; j < 20'000; ++j) {
+                for (int j = 0; j < 200'000; ++j) {
                     const ModificationLock own(ModificationLock::Data);
                     unlockedSeen += !ModificationLock::isLocked(ModificationLock::Data);
                 }

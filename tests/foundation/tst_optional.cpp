@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 using utility::Optional;
 using Shared = std::shared_ptr<int>; // counts its living copies, and is null once moved from
@@ -63,9 +64,6 @@ private Q_SLOTS:
             Optional<Shared> moved = make(target);
             moved = std::move(from);
             QVERIFY(from.hasValue() == hasValue && (!hasValue || from.getValue() == nullptr));
-            Optional<Shared> &itself = moved;
-            moved = itself;
-            moved = std::move(itself);
             Optional<Shared> constructed(copied);
             Optional<Shared> moveConstructed(std::move(copied));
             for (const auto *optional : {&moved, &constructed, &moveConstructed}) {
@@ -75,6 +73,15 @@ private Q_SLOTS:
             QCOMPARE(source.use_count(), copiesBefore + (hasValue ? 3 : 0));
         }
         QCOMPARE(one.use_count() + two.use_count(), 2);
+    }
+
+    void assignmentToItselfKeepsTheValue()
+    {
+        Optional<std::vector<int>> optional(std::vector<int>{1}); // a vector moved onto itself is emptied
+        Optional<std::vector<int>> &itself = optional;
+        optional = itself;
+        optional = std::move(itself);
+        QCOMPARE(optional.getValue(), std::vector<int>{1});
     }
 
     void throwingConstructorLeavesItEmpty()
