@@ -79,7 +79,7 @@ void CommandData::setErrorMessage(QString errorMessage)
     if (const int code = getErrorCode(); code != 0) {
         text += u", error code %1"_s.arg(code);
     }
-    QMessageLogger().warning("%s", text.toLocal8Bit().constData());
+    QMessageLogger(nullptr, 0, nullptr).warning("%s", text.toLocal8Bit().constData());
 }
 
 const QString &CommandData::getReference() const

@@ -127,7 +127,7 @@ bool CommandQueue::takeNextCommand()
     }
     if (!currentCommand) {
         lock.unlock();
-        QMessageLogger().warning("%s", "there are no commands left to process");
+        QMessageLogger(nullptr, 0, nullptr).warning("%s", "there are no commands left to process");
         return false;
     }
     if (currentCommand->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {

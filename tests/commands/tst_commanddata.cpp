@@ -12,7 +12,8 @@ struct Logged
 {
     QString text;
     QtMsgType type = QtDebugMsg;
-    bool hasContext = false;
+    bool hasPlace = false;
+    QByteArray category;
 };
 
 QList<Logged> messages;
@@ -23,7 +24,7 @@ void collectMessage(QtMsgType type, const QMessageLogContext &context, const QSt
     if (recordReadByHandler) {
         recordReadByHandler->getErrorMessage(); // would wait for ever if the record held its lock here
     }
-    messages.append({text, type, context.file || context.line || context.function});
+    messages.append({text, type, context.file || context.line || context.function, context.category});
 }
 } // namespace
 
@@ -161,7 +162,8 @@ private Q_SLOTS:
         QCOMPARE(messages.size(), 1);
         QTEST(messages.first().text, "line");
         QCOMPARE(messages.first().type, QtWarningMsg);
-        QVERIFY(!messages.first().hasContext);
+        QVERIFY(!messages.first().hasPlace);
+        QCOMPARE(messages.first().category, "default"_ba);
         QCOMPARE(record.getErrorMessage(), message);
         QCOMPARE(record.getStatus(), CommandData::OTHER);
         QCOMPARE(statusSpy.size(), 0);
