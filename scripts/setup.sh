@@ -9,6 +9,7 @@ packages=(
     qt6-base-dev                                       # the library
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools   # tests: compiling a translation
     libgmp-dev                                         # tests and benchmarks: the oracle of the base converter
+    doxygen                                            # tests: checking the documentation
     libbenchmark-dev                                   # benchmarks
     "$@"
 )

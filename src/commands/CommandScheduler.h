@@ -17,8 +17,11 @@ class Command;
 class TARNWICK_EXPORT CommandScheduler
 {
 public:
+    /** An object of this class holds nothing; what a subclass brings, it copies by its own rules. */
     CommandScheduler() = default;
+    /** @copydoc CommandScheduler() */
     CommandScheduler(const CommandScheduler &) = default;
+    /** @copydoc CommandScheduler() */
     CommandScheduler &operator=(const CommandScheduler &) = default;
     virtual ~CommandScheduler();
 

@@ -47,10 +47,15 @@
 class TARNWICK_EXPORT StringConversions
 {
 public:
+    /** An object holds nothing; copying, moving and assigning one does nothing. */
     StringConversions() = default;
+    /** @copydoc StringConversions() */
     StringConversions(const StringConversions &) = default;
+    /** @copydoc StringConversions() */
     StringConversions(StringConversions &&) = default;
+    /** @copydoc StringConversions() */
     StringConversions &operator=(const StringConversions &) = default;
+    /** @copydoc StringConversions() */
     StringConversions &operator=(StringConversions &&) = default;
 
     /** Returns "true" or "false". */
@@ -67,7 +72,7 @@ public:
     static int stringToInt(const QString &text, int defaultValue = 0);
 
     /**
-     * Returns mantissa times ten to the power of exponent for the form <mantissa><separator><exponent>: "1.5D+3" with
+     * Returns mantissa times ten to the power of exponent for the form "<mantissa><separator><exponent>": "1.5D+3" with
      * the separator 'D' is 1500.
      *
      * A text without the separator is read as one number: "2.5", and with 'e' also "1.5E3", since the case counts. A

@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+/** Small values that every subsystem may use. */
 namespace utility {
 
 /**

@@ -8,6 +8,7 @@
 
 class QLoggingCategory;
 
+/** Names of logging categories, and the texts of rules that switch them. */
 namespace logging {
 
 /**
@@ -25,9 +26,13 @@ public:
     /** Makes an empty registry. */
     CategoriesRegistry();
 
+    /** Takes over the names of @p source, shared until one side changes. */
     CategoriesRegistry(const CategoriesRegistry &source);
+    /** Takes the names of @p source, which is empty then. */
     CategoriesRegistry(CategoriesRegistry &&source) noexcept;
+    /** Replaces all names by those of @p source, shared until one side changes. */
     CategoriesRegistry &operator=(const CategoriesRegistry &source);
+    /** Replaces all names by those of @p source, which is empty then. */
     CategoriesRegistry &operator=(CategoriesRegistry &&source) noexcept;
     ~CategoriesRegistry();
 
@@ -64,6 +69,7 @@ public:
      */
     CategoriesRegistrar(const CategoryFunction &category, CategoriesRegistry &registry);
 
+    /** Enters nothing: the name stands in its registry already. */
     CategoriesRegistrar(const CategoriesRegistrar &source) = default;
 
     /** Does nothing; the name stays in its registry. */
@@ -77,7 +83,9 @@ public:
 class TARNWICK_EXPORT CategoriesRegistrySingleton
 {
 public:
+    /** An object holds nothing. */
     CategoriesRegistrySingleton() = default;
+    /** @copydoc CategoriesRegistrySingleton() */
     CategoriesRegistrySingleton(const CategoriesRegistrySingleton &source) = default;
 
     /**

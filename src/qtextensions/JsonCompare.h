@@ -5,6 +5,7 @@
 
 class QJsonDocument;
 
+/** Comparison of JSON documents. */
 namespace json {
 
 /**

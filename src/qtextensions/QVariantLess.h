@@ -5,6 +5,7 @@
 
 class QVariant;
 
+/** Additions to Qt's own classes. */
 namespace qtextensions {
 
 /**

@@ -17,14 +17,15 @@
 class TARNWICK_EXPORT NaturalSort
 {
 public:
+    /** An object holds nothing; copying, moving and assigning one does nothing. */
     NaturalSort() = default;
+    /** @copydoc NaturalSort() */
     NaturalSort(const NaturalSort &source) = default;
+    /** @copydoc NaturalSort() */
     NaturalSort(NaturalSort &&source) = default;
-
-    /** Does nothing. */
+    /** @copydoc NaturalSort() */
     NaturalSort &operator=(const NaturalSort &source) = default;
-
-    /** Does nothing. */
+    /** @copydoc NaturalSort() */
     NaturalSort &operator=(NaturalSort &&source) = default;
 
     /**

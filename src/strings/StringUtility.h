@@ -21,14 +21,15 @@
 class TARNWICK_EXPORT StringUtility
 {
 public:
+    /** An object holds nothing; copying, moving and assigning one does nothing. */
     StringUtility() = default;
+    /** @copydoc StringUtility() */
     StringUtility(const StringUtility &source) = default;
+    /** @copydoc StringUtility() */
     StringUtility(StringUtility &&source) = default;
-
-    /** Does nothing. */
+    /** @copydoc StringUtility() */
     StringUtility &operator=(const StringUtility &source) = default;
-
-    /** Does nothing. */
+    /** @copydoc StringUtility() */
     StringUtility &operator=(StringUtility &&source) = default;
 
     /**
