@@ -188,17 +188,15 @@ BaseConverter::BaseConverter(const std::string &sourceBaseSet, const std::string
 
 std::string BaseConverter::convert(const std::string &value) const
 {
-    Limbs number = readChunks(value, sourceBaseSet);
-    if (getSourceBase() == 10) {
-        number = toBinary(number);
-    }
+    // Every converter has decimal digits on one side, and those of a power of two on the other.
+    const Limbs chunks = readChunks(value, sourceBaseSet);
     switch (getTargetBase()) {
     case 2:
-        return writeChunks<2>(number, targetBaseSet);
+        return writeChunks<2>(toBinary(chunks), targetBaseSet);
     case 16:
-        return writeChunks<16>(number, targetBaseSet);
+        return writeChunks<16>(toBinary(chunks), targetBaseSet);
     default:
-        return writeChunks<10>(toDecimal(number), targetBaseSet);
+        return writeChunks<10>(toDecimal(chunks), targetBaseSet);
     }
 }
 

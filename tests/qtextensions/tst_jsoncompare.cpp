@@ -239,7 +239,7 @@ void JsonCompareTest::randomDocuments()
 
     Maker maker(leaves, 7);
     int equalCount = 0;
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < 1500; ++i) {
         const QJsonArray first = {maker.makeValue(4), maker.makeValue(3), maker.makeValue(2)};
         const QJsonArray second = maker.shuffle(first).toArray();
         const QJsonDocument firstDocument(first);
@@ -253,7 +253,7 @@ void JsonCompareTest::randomDocuments()
             !hasCanonicalText || areEqual == (toCanonicalText(first) == toCanonicalText(second)), texts.constData());
         QCOMPARE(firstDocument.toJson() + secondDocument.toJson(), texts);
     }
-    QVERIFY(equalCount > 300 && equalCount < 2900);
+    QVERIFY(equalCount > 150 && equalCount < 1450);
 }
 
 // As deep as Qt's parser goes, with an element before the nested array on one side and behind it on the other.
@@ -286,7 +286,7 @@ void JsonCompareTest::longArrays_data()
     QJsonArray numbers;
     QJsonArray pairs;
     QJsonArray equals;
-    for (int i = 0; i < 200000; ++i) {
+    for (int i = 0; i < 100000; ++i) {
         numbers << i;
         pairs << QJsonArray{(Q_INT64_C(1) << 62) + i % 400, (Q_INT64_C(1) << 62) + i / 400};
         equals << (i % 2 == 0 ? QJsonValue(QJsonArray{1}) : QJsonValue(u"x"_s));
