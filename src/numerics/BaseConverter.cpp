@@ -114,8 +114,13 @@ std::string writeChunks(const Limbs &chunks, const std::string &baseSet)
     char *end = text.data() + text.size();
     for (const Limb chunk : chunks) {
         char *digit = end;
-        for (Limb rest = chunk; rest != 0; rest /= base) {
+        Limb rest = chunk;
+        for (; rest >= base; rest /= base * base) { // by pairs, since one division has to wait for the other
             *--digit = baseSet[rest % base];
+            *--digit = baseSet[rest / base % base];
+        }
+        if (rest != 0) {
+            *--digit = baseSet[rest];
         }
         end -= chunkDigits;
     }
