@@ -58,6 +58,29 @@ private:
     EmptyData data;
 };
 
+class WaitingCommand : public Command
+{
+public:
+    WaitingCommand(CommandData *data, QSemaphore *running, QSemaphore *goOn)
+        : Command(data)
+        , running(running)
+        , goOn(goOn)
+    {
+    }
+    bool canBeStarted() const override { return true; }
+
+protected:
+    void handleExecute() override
+    {
+        running->release();
+        goOn->acquire();
+    }
+
+private:
+    QSemaphore *running;
+    QSemaphore *goOn;
+};
+
 class Emitter : public QObject
 {
     Q_OBJECT
@@ -252,20 +275,30 @@ void wakeUp(benchmark::State &state)
     worker.wait();
 }
 
+/** One command runs meanwhile and stays in front of the list. */
 void stopWithWaiting(benchmark::State &state)
 {
     double seconds = 0;
     for (auto _ : state) {
         const QList<QSharedPointer<Command>> commands = makeCommands(state.range(0));
+        EmptyData record(u"running"_s);
+        QSemaphore running;
+        QSemaphore stopped;
         CommandQueueThread worker;
+        CommandQueue &queue = worker.getCommandQueue();
+        queue.addCommand(QSharedPointer<WaitingCommand>::create(&record, &running, &stopped));
+        worker.start();
+        running.acquire();
         for (const QSharedPointer<Command> &command : commands) {
-            worker.getCommandQueue().addCommand(command);
+            queue.addCommand(command);
         }
         const auto start = Clock::now();
         worker.stop();
         const double once = secondsSince(start);
         seconds += once;
         state.SetIterationTime(once);
+        stopped.release();
+        worker.wait();
     }
     report(state, seconds, state.range(0));
 }

@@ -18,9 +18,9 @@ class CommandData;
  * cancel, pause, resume and error in the other hooks. A CommandQueue decides when it runs and, from isFinished(),
  * isCancelled() and the status of its record, what becomes of it afterwards.
  *
- * Ownership: commands travel as QSharedPointer<Command>. The queue drops its references on the thread that drives it,
- * so the destructor may run there. The record is not owned; it has to outlive the command and every delivery of a
- * signal that names it. The QObject parent is null.
+ * Ownership: commands travel as QSharedPointer<Command>. The queue drops its references on the thread that drives it or
+ * that cancels the command, so the destructor may run there; never with the queue's lock held. The record is not owned;
+ * it has to outlive the command and every delivery of a signal that names it. The QObject parent is null.
  *
  * Threads: cancel(), pause(), resume(), isCancelled() and isPaused() may be called on any thread, also while
  * handleExecute() runs on another. A hook runs on the thread of the caller of the operation that triggers it. When a

@@ -116,8 +116,8 @@ Q_SIGNALS:
      * The status has changed; getStatus() may have moved on by the time a queued delivery arrives.
      *
      * Emitted by setStatus() on its caller's thread: the worker's for what happens around the execution of a command,
-     * the caller's for CommandQueue::addCommand() and CommandQueue::cancelCommand(), the latter with the queue's lock
-     * held.
+     * the caller's for CommandQueue::addCommand(), CommandQueue::cancelCommand() and CommandQueueThread::stop(), the
+     * latter two with the queue's lock held.
      */
     void statusChanged(CommandData *command);
 

@@ -7,8 +7,7 @@
 #include <utility>
 
 // References to commands are let go without the mutex, since the last one runs a client's destructor: what leaves a
-// field or a list under the mutex lies in a local that was declared before the locker, and so dies after it. The
-// current command may be cleared under the mutex, for startNextCommand() holds a reference of its own.
+// field or a list under the mutex lies in a local that was declared before the locker, and so dies after it.
 
 CommandQueue::CommandQueue()
     : CommandQueue(std::make_unique<CommandScheduler>())
@@ -51,9 +50,12 @@ void CommandQueue::cancelCommand(QSharedPointer<Command> command)
 
 void CommandQueue::cancelCommandByReference(const QString &reference)
 {
+    CommandList retired;
     QSharedPointer<Command> command;
     const QMutexLocker lock(&mutex);
-    command = findByReference(reference);
+    if (const QSharedPointer<Command> *const found = findByReference(reference, retired)) {
+        command = *found;
+    }
     cancelCommand(command);
 }
 
@@ -115,6 +117,7 @@ bool CommandQueue::takeNextCommand()
 {
     CommandList retired;
     QSharedPointer<Command> previousCommand;
+    QSharedPointer<Command> announcedCommand;
     // One hold from the test of the pause to that for user action: a pause or a cancel comes before or after all of it.
     QMutexLocker lock(&mutex);
     if (paused) {
@@ -133,10 +136,11 @@ bool CommandQueue::takeNextCommand()
     if (currentCommand->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {
         return true;
     }
-    previousCommand = currentCommand;
     markPaused();
     Q_EMIT awaitingUserAction(currentCommand->getCommandData());
-    currentCommand.clear();
+    announcedCommand.swap(currentCommand);
+    // The run can start nothing more, so a permission counts from here on.
+    processing = false;
     return false;
 }
 
@@ -152,6 +156,7 @@ void CommandQueue::settleCurrentCommand()
         return;
     }
     if (command.getCommandData()->getStatus() == CommandData::ERR) {
+        const QSharedPointer<Command> kept = currentCommand; // an override clears it under the mutex
         handleCommandInError();
         return;
     }
@@ -239,8 +244,9 @@ bool CommandQueue::hasCommand(Command *command)
     if (!command) {
         return false;
     }
+    CommandList retired;
     const QMutexLocker lock(&mutex);
-    return !findByReference(command->getCommandData()->getReference()).isNull();
+    return findByReference(command->getCommandData()->getReference(), retired);
 }
 
 bool CommandQueue::isActive() const
@@ -269,27 +275,29 @@ QSharedPointer<Command> CommandQueue::getNextCommandThatCanBeStarted()
     return command ? *command : nullptr;
 }
 
-// Returns an entry that stands as long as the mutex is held, the list does not change and `retired` lives.
-const QSharedPointer<Command> *CommandQueue::findStartable(CommandList &retired) const
+// Returns an entry that stands as long as the mutex is held, the list does not change and `retired` lives; or null.
+template <typename Predicate>
+const QSharedPointer<Command> *CommandQueue::findFirst(CommandList &retired, Predicate matches) const
 {
-    CommandList snapshot = commands; // canBeStarted() may change the list
-    const auto canBeStarted = [](const QSharedPointer<Command> &command) { return command->canBeStarted(); };
-    const auto found = std::find_if(snapshot.cbegin(), snapshot.cend(), canBeStarted);
-    const QSharedPointer<Command> *const startable = found == snapshot.cend() ? nullptr : &*found;
+    CommandList snapshot = commands; // what the predicate calls is a client's and may change the list
+    const auto found = std::find_if(snapshot.cbegin(), snapshot.cend(), matches);
+    const QSharedPointer<Command> *const command = found == snapshot.cend() ? nullptr : &*found;
     if (!snapshot.isSharedWith(commands)) {
         retired.swap(snapshot);
     }
-    return startable;
+    return command;
 }
 
-QSharedPointer<Command> CommandQueue::findByReference(const QString &reference) const
+const QSharedPointer<Command> *CommandQueue::findStartable(CommandList &retired) const
 {
-    for (const QSharedPointer<Command> &command : std::as_const(commands)) {
-        if (command->getCommandData()->getReference() == reference) {
-            return command;
-        }
-    }
-    return nullptr;
+    return findFirst(retired, [](const QSharedPointer<Command> &command) { return command->canBeStarted(); });
+}
+
+const QSharedPointer<Command> *CommandQueue::findByReference(const QString &reference, CommandList &retired) const
+{
+    return findFirst(retired, [&reference](const QSharedPointer<Command> &command) {
+        return command->getCommandData()->getReference() == reference;
+    });
 }
 
 void CommandQueue::removeCommand(QSharedPointer<Command> command)
@@ -300,7 +308,12 @@ void CommandQueue::removeCommand(QSharedPointer<Command> command)
 void CommandQueue::removeEntry(const QSharedPointer<Command> &command)
 {
     const QMutexLocker lock(&mutex);
-    if (const qsizetype index = commands.indexOf(command); index >= 0) {
+    const qsizetype index = commands.indexOf(command);
+    if (index >= 0 && index < commands.size() / 2) {
+        // removeAt() moves what stands behind, all of it where a running command stands in front of many.
+        std::rotate(commands.begin(), commands.begin() + index, commands.begin() + index + 1);
+        commands.removeFirst();
+    } else if (index >= 0) {
         commands.removeAt(index);
     }
     Q_EMIT commandRemoved(command->getCommandData());

@@ -30,8 +30,9 @@
  *
  * A pause ends with the next process() that finds a command that can start, and with nothing else. On the queue of a
  * CommandQueueThread any wake-up that comes after the pause leads to one: CommandQueueThread::restart(), but also an
- * addCommand() or a finishCommandAllowed(true), and the first run of the started thread. A pause() in the instant
- * before a command's execute() pauses the queue behind that command, whose own flag execute() has cleared again.
+ * addCommand() or, once the run under way has ended, a finishCommandAllowed(true), and the first run of the started
+ * thread. A pause() in the instant before a command's execute() pauses the queue behind that command, whose own flag
+ * execute() has cleared again.
  *
  * Threads: one thread at a time drives the queue, by process() and what it calls. Every other public operation may be
  * called on any thread at any time. commandAdded(), commandRemoved() and awaitingUserAction() are emitted with the
@@ -79,6 +80,8 @@ public:
     /**
      * Runs commands on the calling thread until none can start or the queue is paused. With nothing to start it returns
      * at once, without a signal, and a pause goes on; otherwise it ends a pause that began before the call.
+     *
+     * Must not be called again before it returns, neither on another thread nor by a command or slot that it runs.
      */
     void process();
 
@@ -199,8 +202,10 @@ private:
     bool requeueCurrentCommand();
 
     // These expect the mutex to be held.
+    template <typename Predicate>
+    const QSharedPointer<Command> *findFirst(CommandList &retired, Predicate matches) const;
     const QSharedPointer<Command> *findStartable(CommandList &retired) const;
-    QSharedPointer<Command> findByReference(const QString &reference) const;
+    const QSharedPointer<Command> *findByReference(const QString &reference, CommandList &retired) const;
     void markPaused();
 
     bool paused = false; // guarded by mutex

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 //
 // No deadlock. The locks are taken in the order mutex, queue's mutex, wakeUpMutex. commandAdded() arrives here with the
 // queue's mutex held, so a wake-up must not take `mutex`, which stop() holds while it takes the queue's: hence the
-// leaf. The worker holds no lock when it takes wakeUpMutex or `mutex`, and calls process() with neither.
+// leaf. The worker's loop holds no lock when it takes wakeUpMutex or `mutex`, and calls process() with neither.
 //
 // stop() sets its flag first and wakes the worker last, so a worker that goes to sleep in between is woken. The worker
 // reads the flag under `mutex`: it does not end before a stop() under way has done its work.

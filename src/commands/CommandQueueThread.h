@@ -34,7 +34,8 @@
  * Threads: stop(), restart() and getCommandQueue() may be called on any thread. The worker has no event loop; it
  * executes the commands and emits most of the queue's signals. The object and its queue live on the thread that created
  * them: a command added there wakes the worker at once, one added on another thread when the creator's event loop
- * delivers the signal. A client that adds on other threads while the creator runs no event loop calls restart() itself.
+ * delivers the signal, and so it is with a permission. A client that adds on other threads while the creator runs no
+ * event loop calls restart() itself.
  *
  * The thread is called "CommandQueue" in a debugger, unless another object name is set before it is started. The
  * QObject parent is null.
@@ -51,7 +52,10 @@ public:
      */
     explicit CommandQueueThread(std::unique_ptr<CommandQueue> commandQueue);
 
-    /** Neither stops the worker nor waits for it: the thread has to have ended, and stop() to have returned. */
+    /**
+     * Neither stops the worker nor waits for it: the thread has to have ended, and every call on other threads, stop()
+     * among them, to have returned.
+     */
     ~CommandQueueThread() override;
 
     /** Returns the queue, valid for the life of this object. */
@@ -64,15 +68,16 @@ public:
      * Abandons the queue: pauses it, cancels every listed command, and has the worker end as soon as the running
      * command, if any, has returned. What waits is CommandData::CANCELLED and removed when this returns; the running
      * command is told by Command::pause() and Command::cancel(), but not waited for, and one that has just ended stays
-     * as it ended.
+     * as it ended. If the running command is listed twice, its second entry stays.
      *
      * May be called in any state of the worker, more than once, and by a command from its handleExecute(). It cannot be
      * undone: to work again takes a new object; a thread that is started again makes one more process() and ends.
      *
      * Must not be called where the queue's lock is held: from a slot connected directly to
-     * CommandQueue::commandAdded(), CommandQueue::commandRemoved() or CommandQueue::awaitingUserAction(), or to what
-     * such a slot or stop() itself triggers, nor from canBeStarted(), handleCancel(), handlePause() or a scheduler. The
-     * locks would be taken in the reverse order, and two threads wait for each other for ever.
+     * CommandQueue::commandAdded(), CommandQueue::commandRemoved() or CommandQueue::awaitingUserAction(), to the
+     * statusChanged() of a command that is being cancelled while it waits, or to what such a slot or stop() itself
+     * triggers, nor from canBeStarted(), handleCancel(), handlePause() or a scheduler. The locks would be taken in the
+     * reverse order, and two threads wait for each other for ever.
      */
     void stop();
 

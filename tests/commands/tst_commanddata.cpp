@@ -119,7 +119,9 @@ private Q_SLOTS:
         const auto set = [&] {
             for (int round = 1; round <= rounds; ++round) {
                 ++arrivals;
-                while (arrivals < 2 * round) { }
+                while (arrivals < 2 * round) {
+                    std::this_thread::yield();
+                }
                 record.setStatus(CommandData::Status(round + 100));
             }
         };

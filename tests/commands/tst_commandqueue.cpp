@@ -8,6 +8,23 @@ using namespace Qt::StringLiterals;
 namespace {
 using TestCommandPointer = QSharedPointer<TestCommand>;
 
+/** Retries a command in error as often as it is told to, and clears under the mutex what it is done with. */
+class RetryQueue : public TestQueue
+{
+public:
+    int retries = 0;
+
+protected:
+    void handleCommandInError() override
+    {
+        const QMutexLocker lock(&mutex);
+        if (retries-- == 0) {
+            removeCommand(currentCommand);
+        }
+        currentCommand.clear();
+    }
+};
+
 /** Records and commands A and B, their queue, and a log of all their signals. */
 struct Scene
 {
@@ -15,7 +32,7 @@ struct Scene
     TestData b{u"B"_s};
     TestCommandPointer commandA = TestCommandPointer::create(&a);
     TestCommandPointer commandB = TestCommandPointer::create(&b);
-    TestQueue queue;
+    RetryQueue queue;
     Log log;
 
     void addBoth()
@@ -54,22 +71,6 @@ private:
     QList<Command *> *running;
 };
 
-class RetryQueue : public TestQueue
-{
-public:
-    int retries = 2;
-
-protected:
-    void handleCommandInError() override
-    {
-        if (retries-- == 0) {
-            TestQueue::handleCommandInError();
-            return;
-        }
-        const QMutexLocker lock(&mutex);
-        currentCommand.clear();
-    }
-};
 } // namespace
 
 class CommandQueueTest : public QObject
@@ -190,6 +191,7 @@ private Q_SLOTS:
     void overriddenErrorHandlingRetries()
     {
         RetryQueue queue;
+        queue.retries = 2;
         TestData data(u"A"_s);
         const auto command = TestCommandPointer::create(&data, [](TestCommand &self) { self.setError(-1); });
         queue.addCommand(command);
@@ -369,6 +371,8 @@ private Q_SLOTS:
         QTest::newRow("cancelled") << u"cancelled"_s;
         QTest::newRow("cancelled while asked whether it can start") << u"asked"_s;
         QTest::newRow("left behind by an error handler") << u"left behind"_s;
+        QTest::newRow("left behind, then user action") << u"left behind, user action"_s;
+        QTest::newRow("error handler that clears under the mutex") << u"error"_s;
     }
     void lastReferenceGoesWithoutTheMutex()
     {
@@ -379,11 +383,16 @@ private Q_SLOTS:
         if (way == u"asked") {
             scene.commandA->startable = false;
             scene.commandA->lookHook = [&] { scene.queue.cancelCommandByReference(u"A"_s); };
-        } else if (way == u"left behind") {
+        } else if (way == u"error") {
+            scene.commandA->work = [](TestCommand &self) { self.setError(1); };
+        } else if (way.startsWith(u"left behind")) {
             scene.queue.currentCommand = scene.commandA;
             scene.queue.removeCommand(scene.commandA);
         }
         scene.commandA.reset();
+        if (way.endsWith(u"user action")) {
+            scene.b.setStatus(CommandData::REQUIRE_USER_ACTION);
+        }
         if (way == u"cancelled") {
             scene.queue.cancelCommandByReference(u"A"_s);
         } else {
