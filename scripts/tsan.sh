@@ -4,7 +4,7 @@
 #
 # A Qt without the sanitizer hides its locks and its event queue, and every QRecursiveMutex then reads as a race. So the
 # first run fetches the source package that this machine's Qt was made from and builds Core and Test of it; that takes
-# 10 to 30 minutes and about 1.5 GB, kept in ~/.cache/tarnwick. Any report of the sanitizer fails the run.
+# 10 to 45 minutes and about 1.5 GB, kept in ~/.cache/tarnwick. Any report of the sanitizer fails the run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
