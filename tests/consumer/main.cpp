@@ -1,4 +1,10 @@
 #include <commands/CommandData.h>
+#include <tarnwick_version.h>
+
+#include <string_view>
+
+static_assert(TARNWICK_VERSION_STRING == std::string_view(PACKAGE_VERSION));
+static_assert(TARNWICK_VERSION >= QT_VERSION_CHECK(1, 0, 0) && TARNWICK_VERSION < QT_VERSION_CHECK(2, 0, 0));
 
 int main()
 {

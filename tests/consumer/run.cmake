@@ -9,7 +9,9 @@ function(run)
 endfunction()
 
 file(REMOVE_RECURSE "${prefix}")
-run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --config "${CONFIG}" --prefix "${prefix}")
+foreach(component IN ITEMS runtime development)
+    run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --config "${CONFIG}" --prefix "${prefix}" --component ${component})
+endforeach()
 
 set(flags "")
 if(SANITIZE)
