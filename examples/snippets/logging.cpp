@@ -1,0 +1,35 @@
+// Two modules register their logging categories, and the application switches one of them.
+
+//! [example]
+#include <logging/CategoriesRegistry.h>
+#include <logging/FilterConstruction.h>
+
+#include <QLoggingCategory>
+#include <QTextStream>
+
+// Beside each other in the source file of a module. The category is a function, so it is there whenever it is asked
+// for.
+Q_LOGGING_CATEGORY(network, "app.network")
+static const logging::CategoriesRegistrar networkRegistrar(
+    network, logging::CategoriesRegistrySingleton::getInstance());
+
+Q_LOGGING_CATEGORY(storage, "app.storage")
+static const logging::CategoriesRegistrar storageRegistrar(
+    storage, logging::CategoriesRegistrySingleton::getInstance());
+
+int main()
+{
+    QTextStream out(stdout);
+    out << "categories: " << logging::CategoriesRegistrySingleton::getInstance().getCategories().join(u' ') << '\n';
+
+    // Rules are lines, and later ones win.
+    const QString rules = logging::getDefaultApplicationFilter() + u'\n'
+        + logging::getFilterConstructionSubstring(QStringLiteral("app.network"), true, QtDebugMsg) + u'\n'
+        + logging::getFilterConstructionSubstring(QStringLiteral("app.storage"), false, {});
+    out << rules << '\n';
+
+    QLoggingCategory::setFilterRules(rules);
+    out << "network: debug " << network().isDebugEnabled() << ", warning " << network().isWarningEnabled() << '\n';
+    out << "storage: debug " << storage().isDebugEnabled() << ", warning " << storage().isWarningEnabled() << '\n';
+}
+//! [example]

@@ -1,0 +1,71 @@
+// Holds one command back while the others run, and lets it go by its title.
+
+#include "FunctionCommand.h"
+
+#include <commands/CommandQueueThread.h>
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+//! [recipe]
+// A command that is held back while it is paused. The queue passes it over and goes on with those behind it.
+class HoldableCommand : public FunctionCommand
+{
+public:
+    using FunctionCommand::FunctionCommand;
+    bool canBeStarted() const override { return !isPaused(); }
+};
+
+// Lets the first listed command of this title go; returns whether there is one. The same by getReference() finds
+// exactly one, if references are unique.
+bool resumeByTitle(CommandQueueThread &worker, const QString &title)
+{
+    const auto commands = worker.getCommandQueue().getCommands(); // a copy that keeps them alive
+    const auto hasTitle = [&title](const auto &command) { return command->getCommandData()->getTitle() == title; };
+    const auto found = std::find_if(commands.cbegin(), commands.cend(), hasTitle);
+    if (found == commands.cend()) {
+        return false;
+    }
+    (*found)->resume();
+    worker.restart(); // has the queue ask canBeStarted() again; ends a pause of the queue, too
+    return true;
+}
+//! [recipe]
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QTextStream out(stdout);
+    std::vector<std::unique_ptr<TitledData>> records;
+    for (const auto *title : {"first", "held", "last"}) {
+        records.push_back(std::make_unique<TitledData>(QString::fromLatin1(title)));
+    }
+
+    CommandQueueThread worker;
+    QObject::connect(&worker.getCommandQueue(), &CommandQueue::commandRemoved, &application, [&](CommandData *data) {
+        out << data->getTitle() << Qt::endl;
+        if (data == records[2].get()) {
+            out << "resumed: " << resumeByTitle(worker, QStringLiteral("held")) << Qt::endl;
+        } else if (data == records[1].get()) {
+            out << "resumed again: " << resumeByTitle(worker, QStringLiteral("held")) << Qt::endl;
+            application.quit();
+        }
+    });
+    worker.start();
+    for (const auto &record : records) {
+        const auto command = QSharedPointer<HoldableCommand>::create(record.get(), [](Command &) {});
+        if (record == records[1]) {
+            command->pause();
+        }
+        worker.getCommandQueue().addCommand(command);
+    }
+    const int result = application.exec();
+
+    worker.stop();
+    worker.wait();
+    return result;
+}

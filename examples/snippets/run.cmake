@@ -1,0 +1,7 @@
+# Runs PROGRAM and fails unless it succeeds and prints the text of EXPECTED.
+execute_process(COMMAND "${PROGRAM}" OUTPUT_VARIABLE output RESULT_VARIABLE result)
+file(READ "${EXPECTED}" expected)
+if(NOT result STREQUAL "0" OR NOT output STREQUAL expected)
+    message(NOTICE "-- printed:\n${output}-- expected:\n${expected}-- exit code: ${result}")
+    message(FATAL_ERROR "${PROGRAM} does not do what ${EXPECTED} says")
+endif()
