@@ -1,3 +1,4 @@
+#include "../LogRecorder.h"
 #include "TestCommand.h"
 
 #include <QMetaEnum>
@@ -6,27 +7,6 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-struct Logged
-{
-    QString text;
-    QtMsgType type = QtDebugMsg;
-    bool hasPlace = false;
-    QByteArray category;
-};
-
-QList<Logged> messages;
-CommandData *recordReadByHandler = nullptr;
-
-void collectMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    if (recordReadByHandler) {
-        recordReadByHandler->getErrorMessage(); // would wait for ever if the record held its lock here
-    }
-    messages.append({text, type, context.file || context.line || context.function, context.category});
-}
-} // namespace
 
 class CommandDataTest : public QObject
 {
@@ -69,14 +49,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<qint32>("value");
         QTest::addColumn<QString>("text");
-        const QStringList names{u"QUEUEING"_s,
-            u"PROCESSING"_s,
-            u"FINISHED"_s,
-            u"CANCELLED"_s,
-            u"ERR"_s,
-            u"OTHER"_s,
-            u"REQUIRE_USER_ACTION"_s,
-            u"PAUSED"_s};
+        const QStringList names =
+            u"QUEUEING PROCESSING FINISHED CANCELLED ERR OTHER REQUIRE_USER_ACTION PAUSED"_s.split(u' ');
         for (int value = 0; value < names.size(); ++value) {
             QTest::addRow("%d", value) << value << names.at(value);
         }
@@ -137,14 +111,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("line");
-        const QString start = u"CommandData failed: Error for: "_s;
-        QTest::newRow("no code") << u"copy"_s << u"disk full"_s << 0 << start + u"copy, error message: disk full"_s;
-        QTest::newRow("negative code") << u"copy"_s << u""_s << -1 << start + u"copy, error message: , error code -1"_s;
+        QTest::newRow("no code") << u"copy"_s << u"disk full"_s << 0 << u"copy, error message: disk full"_s;
+        QTest::newRow("negative code") << u"copy"_s << u""_s << -1 << u"copy, error message: , error code -1"_s;
         QTest::newRow("format characters")
-            << u"50%s"_s << u"%n%d"_s << 7 << start + u"50%s, error message: %n%d, error code 7"_s;
-        QTest::newRow("%2 in the description") << u"<%2>"_s << u"m"_s << 0 << start + u"<m>, error message: m"_s;
-        QTest::newRow("%1 in the description") << u"<%1>"_s << u"m"_s << 0 << start + u"<m>, error message: %2"_s;
-        QTest::newRow("%1 in the message") << u"d"_s << u"%1"_s << 5 << start + u"d, error message: %1, error code 5"_s;
+            << u"50%s"_s << u"%n%d"_s << 7 << u"50%s, error message: %n%d, error code 7"_s;
+        QTest::newRow("%2 in the description") << u"<%2>"_s << u"m"_s << 0 << u"<m>, error message: m"_s;
+        QTest::newRow("%1 in the description") << u"<%1>"_s << u"m"_s << 0 << u"<m>, error message: %2"_s;
+        QTest::newRow("%1 in the message") << u"d"_s << u"%1"_s << 5 << u"d, error message: %1, error code 5"_s;
     }
     void errorMessageLine()
     {
@@ -155,17 +128,12 @@ private Q_SLOTS:
         const QSignalSpy statusSpy(&record, &CommandData::statusChanged);
         record.setErrorCode(code);
 
-        messages.clear();
-        recordReadByHandler = &record;
-        const QtMessageHandler previous = qInstallMessageHandler(collectMessage);
-        record.setErrorMessage(message);
-        qInstallMessageHandler(previous);
-
-        QCOMPARE(messages.size(), 1);
-        QTEST(messages.first().text, "line");
-        QCOMPARE(messages.first().type, QtWarningMsg);
-        QVERIFY(!messages.first().hasPlace);
-        QCOMPARE(messages.first().category, "default"_ba);
+        {
+            const LogRecorder recorder;
+            record.setErrorMessage(message);
+        }
+        QFETCH(const QString, line);
+        QCOMPARE(LogRecorder::getLines(), QStringList{u"1 default CommandData failed: Error for: "_s + line});
         QCOMPARE(record.getErrorMessage(), message);
         QCOMPARE(record.getStatus(), CommandData::OTHER);
         QCOMPARE(statusSpy.size(), 0);

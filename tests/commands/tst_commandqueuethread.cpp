@@ -185,44 +185,29 @@ private Q_SLOTS:
         }
     }
 
-    void permissionDuringARunIsIgnored()
+    void permissionThatIsRefusedOrComesDuringARunIsIgnored()
     {
         for (int round = 0; round < 50; ++round) {
             Gate gate;
             Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
             Item second(u"B"_s);
             second.command->startable = false;
-            std::atomic<int> looksInRun = 0;
+            std::atomic<int> runs = 0;
             Worker worker;
-            directly(worker.queue, &CommandQueue::commandFinished, [&] { looksInRun = second.command->looks.load(); });
+            directly(worker.queue, &CommandQueue::commandFinished, [&] { ++runs; });
             worker.queue.addCommand(second.command);
             worker.start();
             QVERIFY(waitFor([&] { return second.command->looks == 2; })); // no wake-up is pending
             Q_EMIT worker.queue.finishCommandAllowed(false);
+            std::this_thread::yield();
             worker.queue.addCommand(first.command);
             QVERIFY(gate.waitForArrival());
             Q_EMIT worker.queue.finishCommandAllowed(true);
             gate.release();
-            QVERIFY(waitFor([&] { return looksInRun > 0; }));
+            QVERIFY(waitFor([&] { return runs == 1; }));
             QVERIFY(worker.end());
-            QCOMPARE(second.command->looks, looksInRun);
+            QCOMPARE(second.command->looks, 6); // four in the run
         }
-    }
-
-    void refusedPermissionDoesNotWake()
-    {
-        Item item(u"A"_s);
-        item.command->startable = false;
-        Worker worker;
-        worker.queue.addCommand(item.command);
-        worker.start();
-        QVERIFY(waitFor([&] { return item.command->looks == 2; }));
-        for (int round = 0; round < 50; ++round) {
-            Q_EMIT worker.queue.finishCommandAllowed(false);
-            std::this_thread::yield();
-        }
-        QVERIFY(worker.end());
-        QCOMPARE(item.command->looks, 2);
     }
 
     /** Wake-ups that came before a pause must not lead to another run, which would end it. */
