@@ -76,9 +76,12 @@ int main(int argc, char *argv[])
         }
     });
     QObject::connect(&queue, &CommandQueue::awaitingUserAction, &application, [&](CommandData *data) {
-        out << data->getTitle() << ": overwrite? yes" << Qt::endl;
-        data->setStatus(CommandData::QUEUEING); // the answer
-        worker.restart(); // ends the pause
+        // A command that is added while the queue waits makes it ask again, so the answer may have been given already.
+        if (data->getStatus() == CommandData::REQUIRE_USER_ACTION) {
+            out << data->getTitle() << ": overwrite? yes" << Qt::endl;
+            data->setStatus(CommandData::QUEUEING);
+        }
+        worker.restart(); // in any case: each question is a pause
     });
 
     worker.start();
