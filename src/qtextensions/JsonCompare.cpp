@@ -11,10 +11,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <limits>
 #include <numeric>
 #include <tuple>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace {
@@ -84,20 +86,24 @@ public:
 
     struct Container
     {
-        QJsonArray array;
-        QJsonObject object;
-        bool isObject = false;
-        size_t self = 0; // the element that it is
+        std::variant<QJsonArray, QJsonObject> data;
+        size_t self; // the element that it is
         size_t firstElement = 0;
         size_t count = 0;
 
-        QString getKey(const Element &element) const { return (object.begin() + qsizetype(element.position)).key(); }
+        const QJsonArray *getArray() const { return std::get_if<QJsonArray>(&data); }
+
+        const QJsonObject *getObject() const { return std::get_if<QJsonObject>(&data); }
+
+        QString getKey(const Element &element) const { return (getObject()->begin() + toOffset(element)).key(); }
 
         QJsonValue getValue(const Element &element) const
         {
-            const auto position = qsizetype(element.position);
-            return isObject ? QJsonValue((object.begin() + position).value()) : array.at(position);
+            const QJsonArray *const array = getArray();
+            return array ? array->at(toOffset(element)) : (getObject()->begin() + toOffset(element)).value();
         }
+
+        static qsizetype toOffset(const Element &element) { return qsizetype(element.position); }
     };
 
     Tree(const QJsonDocument &document, LargeIntegers largeIntegers);
@@ -112,7 +118,7 @@ public:
     quint64 getHash() const { return elements.front().hash; }
 
 private:
-    void addElements(size_t container);
+    void addElements(Container &container);
     void addElement(QJsonValueConstRef value, quint64 keyHash, size_t position);
     quint64 hashLeaf(QJsonValueConstRef value);
     quint64 hashNumber(QJsonValueConstRef value);
@@ -121,7 +127,7 @@ private:
     const LargeIntegers largeIntegers;
     const size_t seed = QHashSeed::globalSeed();
     bool hasBlurringDouble = false;
-    std::vector<Container> containers; // each one behind the one that it is in
+    std::deque<Container> containers; // each one behind the one that it is in; no reference goes stale
     std::vector<Element> elements; // the root, then the elements of each container side by side
     std::vector<size_t> unfilled; // containers without their elements yet; the last one is next
 };
@@ -130,42 +136,51 @@ Tree::Tree(const QJsonDocument &document, LargeIntegers largeIntegers)
     : largeIntegers(largeIntegers)
 {
     elements.push_back({0, 0, 0});
-    containers.push_back({document.array(), document.object(), document.isObject()});
+    if (document.isArray()) {
+        containers.push_back({document.array(), 0});
+    } else {
+        containers.push_back({document.object(), 0});
+    }
     for (unfilled = {0}; !unfilled.empty();) {
         const size_t container = unfilled.back();
         unfilled.pop_back();
-        addElements(container);
+        addElements(containers[container]);
     }
     for (size_t i = containers.size(); i-- > 0;) {
         sortAndHash(containers[i]);
     }
 }
 
-void Tree::addElements(size_t container)
+void Tree::addElements(Container &container)
 {
-    const QJsonArray array = containers[container].array;
-    const QJsonObject object = containers[container].object;
-    const size_t firstElement = elements.size();
-    size_t position = 0;
-    for (const QJsonValueConstRef value : array) {
-        addElement(value, 0, position++);
+    container.firstElement = elements.size();
+    if (const QJsonArray *const array = container.getArray()) {
+        for (const QJsonValueConstRef value : *array) {
+            addElement(value, 0, container.count++);
+        }
+        return;
     }
+    const QJsonObject &object = *container.getObject();
     for (auto member = object.begin(); member != object.end(); ++member) {
-        addElement(member.value(), qHash(member.key(), seed), position++);
+        addElement(member.value(), qHash(member.key(), seed), container.count++);
     }
-    containers[container].firstElement = firstElement;
-    containers[container].count = position;
 }
 
 void Tree::addElement(QJsonValueConstRef value, quint64 keyHash, size_t position)
 {
-    if (value.isArray() || value.isObject()) {
-        elements.push_back({keyHash, position, containers.size()}); // the rest of the hash comes with its elements
-        unfilled.push_back(containers.size());
-        containers.push_back({value.toArray(), value.toObject(), value.isObject(), elements.size() - 1});
+    const bool isArray = value.isArray();
+    if (!isArray && !value.isObject()) {
+        elements.push_back({mix(keyHash + hashLeaf(value)), position, NO_CONTAINER});
         return;
     }
-    elements.push_back({mix(keyHash + hashLeaf(value)), position, NO_CONTAINER});
+    const size_t self = elements.size();
+    elements.push_back({keyHash, position, containers.size()}); // the rest of the hash comes with its elements
+    unfilled.push_back(containers.size());
+    if (isArray) {
+        containers.push_back({value.toArray(), self});
+    } else {
+        containers.push_back({value.toObject(), self});
+    }
 }
 
 quint64 Tree::hashLeaf(QJsonValueConstRef value)
@@ -199,7 +214,7 @@ void Tree::sortAndHash(const Container &container)
     const auto begin = elements.begin() + std::ptrdiff_t(container.firstElement);
     const auto end = begin + std::ptrdiff_t(container.count);
     std::sort(begin, end);
-    quint64 hash = mix(container.isObject ? 6 : 7) + mix(container.count);
+    quint64 hash = mix(container.getObject() ? 6 : 7) + mix(container.count);
     std::for_each(begin, end, [&hash](const Element &element) { hash += mix(element.hash); });
     elements[container.self].hash = mix(elements[container.self].hash + mix(hash));
 }
@@ -258,7 +273,7 @@ bool Comparison::areEqual(Pairs pending) const
 // recurse, each time into less than half of the values: even the deepest document takes little stack.
 bool Comparison::matchElements(const Container &left, const Container &right, Pairs &pending) const
 {
-    if (left.isObject != right.isObject || left.count != right.count) {
+    if (left.data.index() != right.data.index() || left.count != right.count) {
         return false;
     }
     const Element *const begin = first.getElements(left);
@@ -288,7 +303,7 @@ bool Comparison::matchElement(const Container &left,
     const Element &rightElement,
     Pairs &pending) const
 {
-    if (left.isObject && left.getKey(leftElement) != right.getKey(rightElement)) {
+    if (left.getObject() && left.getKey(leftElement) != right.getKey(rightElement)) {
         return false;
     }
     const bool isLeftLeaf = leftElement.container == Tree::NO_CONTAINER;
