@@ -1,34 +1,34 @@
 #include <qtextensions/QTouchToQMouseEventConversion.h>
 
-#include <QGuiApplication>
 #include <QPointingDevice>
 #include <QTest>
 #include <QWindow>
 
-using namespace Qt::StringLiterals;
+#include <memory>
 
 namespace {
-// Converts each touch event as it arrives and notes what came out.
+void checkPress(const QMouseEvent &mouse)
+{
+    QCOMPARE(mouse.type(), QEvent::MouseButtonPress);
+    QCOMPARE(mouse.button(), Qt::LeftButton);
+    QCOMPARE(mouse.buttons(), Qt::LeftButton);
+    QCOMPARE(mouse.modifiers(), Qt::NoModifier);
+    QCOMPARE(mouse.scenePosition(), mouse.position());
+    QCOMPARE(mouse.globalPosition(), mouse.position());
+    QCOMPARE(mouse.pointingDevice(), QPointingDevice::primaryPointingDevice());
+}
+
 class TouchWindow : public QWindow
 {
 public:
-    QStringList notes;
+    QList<QPointF> positions;
 
 protected:
     void touchEvent(QTouchEvent *event) override
     {
         const QMouseEvent mouse = qtextensions::QTouchToQMouseEventConversion(event);
-        const bool isOnePosition =
-            mouse.scenePosition() == mouse.position() && mouse.globalPosition() == mouse.position();
-        const bool isLeftPress = mouse.type() == QEvent::MouseButtonPress && mouse.button() == Qt::LeftButton
-            && mouse.buttons() == Qt::LeftButton && mouse.modifiers() == Qt::NoModifier;
-        const bool isPrimary = mouse.pointingDevice() == QPointingDevice::primaryPointingDevice();
-        notes << u"%1 %2,%3 %4%5%6"_s.arg(int(event->type()))
-                     .arg(mouse.position().x())
-                     .arg(mouse.position().y())
-                     .arg(isOnePosition)
-                     .arg(isLeftPress)
-                     .arg(isPrimary);
+        checkPress(mouse);
+        positions << mouse.position();
         event->accept();
     }
 };
@@ -40,8 +40,7 @@ class QTouchToQMouseEventConversionTest : public QObject
 
 private Q_SLOTS:
     void sentToAWindow();
-    void modifiersPlayNoPart();
-    void withoutPoint();
+    void madeByHand();
 };
 
 void QTouchToQMouseEventConversionTest::sentToAWindow()
@@ -56,34 +55,21 @@ void QTouchToQMouseEventConversionTest::sentToAWindow()
     QTest::touchEvent(&window, device.get()).move(0, QPoint(11, 21), &window).stationary(1);
     QTest::touchEvent(&window, device.get()).release(0, QPoint(12, 22), &window).release(1, QPoint(70, 80), &window);
 
-    const QStringList expected = {
-        u"%1 10,20 111"_s.arg(int(QEvent::TouchBegin)),
-        u"%1 11,21 111"_s.arg(int(QEvent::TouchUpdate)),
-        u"%1 12,22 111"_s.arg(int(QEvent::TouchEnd)),
-    };
-    QCOMPARE(window.notes, expected);
+    QCOMPARE(window.positions, QList<QPointF>({{10, 20}, {11, 21}, {12, 22}}));
 }
 
-void QTouchToQMouseEventConversionTest::modifiersPlayNoPart()
+void QTouchToQMouseEventConversionTest::madeByHand()
 {
     const QEventPoint point(7, QEventPoint::Released, QPointF(1.5, 2.5), QPointF(300, 400));
-    const QTouchEvent cancel(QEvent::TouchCancel, nullptr, Qt::ShiftModifier | Qt::ControlModifier, {point});
-    const QMouseEvent mouse = qtextensions::QTouchToQMouseEventConversion(&cancel);
-    QCOMPARE(mouse.type(), QEvent::MouseButtonPress);
-    QCOMPARE(mouse.modifiers(), Qt::NoModifier);
-    QCOMPARE(mouse.globalPosition(), point.position());
-}
+    const QTouchEvent cancel(QEvent::TouchCancel, nullptr, Qt::ShiftModifier, {point});
+    checkPress(qtextensions::QTouchToQMouseEventConversion(&cancel));
 
-void QTouchToQMouseEventConversionTest::withoutPoint()
-{
     const QTouchEvent empty(QEvent::TouchBegin);
     for (const QTouchEvent *event : {static_cast<const QTouchEvent *>(nullptr), &empty}) {
         const QMouseEvent mouse = qtextensions::QTouchToQMouseEventConversion(event);
         QCOMPARE(mouse.type(), QEvent::None);
-        QCOMPARE(mouse.position(), QPointF());
         QCOMPARE(mouse.globalPosition(), QPointF());
-        QCOMPARE(mouse.button(), Qt::NoButton);
-        QCOMPARE(mouse.buttons(), Qt::NoButton);
+        QCOMPARE(mouse.buttons() | mouse.button(), Qt::NoButton);
     }
 }
 
