@@ -1,6 +1,7 @@
 #include "DigestReport.h"
 
 #include "DigestCommandData.h"
+#include "EscapedPath.h"
 
 #include <commands/CommandQueue.h>
 
@@ -15,15 +16,9 @@ constexpr qsizetype statusColumns = 9; // of "CANCELLED", the longest
 constexpr qsizetype terminalColumns = 79;
 const QString eraseLine = u"\x1b[K"_s;
 
-// As sha256sum does, so that a path never breaks the line that it stands in.
-QString escaped(QString path)
-{
-    return path.replace(u'\\', "\\\\"_L1).replace(u'\n', "\\n"_L1).replace(u'\r', "\\r"_L1);
-}
-
 QString tableRow(const DigestCommandData &record)
 {
-    const QString path = escaped(record.getTitle());
+    const QString path = escapedPath(record.getTitle());
     const QString mark = path == record.getTitle() ? QString() : u"\\"_s;
     const bool hasDigest = record.getStatus() == CommandData::FINISHED;
     const QString digest = hasDigest ? QString::fromLatin1(record.getDigest().toHex()) : u"-"_s;
@@ -91,7 +86,7 @@ void DigestReport::showProgress(CommandData *record)
                                .arg(records.size())
                                .arg(100 * std::min(digestRecord.getDigestedBytes(), total) / total);
     // The cursor goes back to the start of the line, where whatever is printed next, log lines included, replaces it.
-    print(eraseLine + counts + escaped(digestRecord.getTitle()).right(terminalColumns - counts.size()) + u'\r');
+    print(eraseLine + counts + escapedPath(digestRecord.getTitle()).right(terminalColumns - counts.size()) + u'\r');
 }
 
 void DigestReport::printSummary() const
