@@ -1,0 +1,22 @@
+#ifndef QUEUEMONITOR_COMMANDDELEGATE_H
+#define QUEUEMONITOR_COMMANDDELEGATE_H
+
+#include <QStyledItemDelegate>
+
+/**
+ * @brief Paints a row of a CommandListModel on two lines, in the colours of the view's palette.
+ *
+ * Ahead stands a badge with the kind of the command, then title over detail, and at the right status over progress bar.
+ */
+class CommandDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit CommandDelegate(QObject *parent = nullptr);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+};
+
+#endif

@@ -1,0 +1,46 @@
+#include "SaveCommandData.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+SaveCommandData::SaveCommandData(const QString &target)
+    : CommandData(QString(), false)
+    , target(target)
+{
+    if (QFileInfo::exists(target)) {
+        setStatus(REQUIRE_USER_ACTION);
+    }
+}
+
+const QString &SaveCommandData::getTarget() const
+{
+    return target;
+}
+
+QString SaveCommandData::getDescription() const
+{
+    return getTarget();
+}
+
+QString SaveCommandData::getTitle() const
+{
+    return tr("Save the digests to %1").arg(QFileInfo(target).fileName());
+}
+
+QString SaveCommandData::getTypeName() const
+{
+    return u"save digests"_s;
+}
+
+bool SaveCommandData::isOverwritingAllowed() const
+{
+    return overwritingAllowed;
+}
+
+void SaveCommandData::allowOverwriting()
+{
+    // The permission first: once the status has changed, the worker may pick the command.
+    overwritingAllowed = true;
+    setStatus(QUEUEING);
+}
