@@ -34,26 +34,33 @@ public:
     /** Makes an Optional that holds a copy of @p value; implicit, so that functions can return the bare value. */
     Optional(const T &value)
         : valuePointer(construct(value))
-    { }
+    {
+    }
 
     /** Makes an Optional that holds @p value, moved. */
     Optional(T &&value) noexcept(std::is_nothrow_move_constructible_v<T>)
         : valuePointer(construct(std::move(value)))
-    { }
+    {
+    }
 
     /** Copies the value of @p source, if there is one. */
     Optional(const Optional &source)
         : valuePointer(source.hasValue() ? construct(source.getValue()) : nullptr)
-    { }
+    {
+    }
 
     /** Moves the value of @p source, if there is one; @p source goes on holding the moved-from T. */
     Optional(Optional &&source) noexcept(std::is_nothrow_move_constructible_v<T>)
         : valuePointer(source.hasValue() ? construct(std::move(source.getValue())) : nullptr)
-    { }
+    {
+    }
 
     ~Optional() { clear(); }
 
-    /** Assigns @p value to the value that is held, or else holds a copy of it. */
+    /**
+     * Assigns @p value to the value that is held, or else holds a copy of it. To empty an Optional or to move a value
+     * into it, assign an Optional; braces alone, "= {}", assign a default T or are ambiguous.
+     */
     Optional &operator=(const T &value)
     {
         assign(value);
