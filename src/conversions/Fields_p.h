@@ -12,7 +12,7 @@
  *
  * Fields are counted as QString::split() with Qt::KeepEmptyParts counts them: a text has at least one, and two
  * separators in a row have an empty one between them. No more than @p Limit are looked for, so a reader that wants
- * exactly n fields takes a limit of n + 1 and never walks through a long text that it is going to refuse.
+ * exactly n fields takes a limit of n + 1 and does not split the rest of a text that it is going to refuse.
  */
 template <std::size_t Limit>
 class Fields

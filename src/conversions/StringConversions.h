@@ -77,7 +77,7 @@ public:
      *
      * A text without the separator is read as one number: "2.5", and with 'e' also "1.5E3", since the case counts. A
      * bad mantissa or exponent counts as 0; what follows a second separator is ignored. The product is made in double
-     * and then narrowed.
+     * and then narrowed; for a mantissa of 0 and a power beyond the range of double, as in "0e999", it is not a number.
      *
      * @param exponentSeparator a character in Latin-1
      */
@@ -152,8 +152,8 @@ public:
      * Reads x, y, width and height from the first four fields between commas; more are ignored, and fewer give the null
      * rectangle QRect().
      *
-     * The right and the bottom edge, x + width - 1 and y + height - 1, stop at the ends of the range of int; the width
-     * or height is cut accordingly then.
+     * The right and the bottom edge, x + width - 1 and y + height - 1, stop at the ends of the range of int. What
+     * width() and height() give is not promised then, nor for a size of -2147483648.
      */
     static QRect stringToRect(const QString &text);
 
@@ -161,7 +161,8 @@ public:
      * Returns "<x> <y>" of the components widened to double.
      *
      * @param precision passed on to QString::number(): decimals if @p fixed, else the most significant digits; with 9
-     *        significant digits a vector reads back exactly
+     *        significant digits a vector reads back exactly, but for the greatest float, whose text is rounded up to
+     * one that reads as infinite; 17 do for that, too
      * @param fixed whether the format is "f", as in "1.500 0.100", or "g", as in "1.5 0.1"
      */
     static QString vector2DToString(const QVector2D &vector, int precision = 9, bool fixed = false);
@@ -177,7 +178,7 @@ public:
 
     /**
      * Returns the 16 elements, widened to double, row by row with @p separator between two, each in format "f" with 17
-     * decimals: "0.10000000149011612". An element below 1e-17 shows as zeros only.
+     * decimals: "0.10000000149011612". An element of a magnitude below 5e-18 shows as zeros only.
      */
     static QString matrix4x4ToString(const QMatrix4x4 &matrix, QChar separator = u' ');
 
