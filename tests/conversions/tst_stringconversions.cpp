@@ -1,3 +1,5 @@
+#include "../LogRecorder.h"
+
 #include <conversions/StringConversions.h>
 
 #include <QDebug>
@@ -9,58 +11,30 @@
 #include <functional>
 #include <limits>
 #include <type_traits>
-#include <utility>
 
 static_assert(std::is_copy_assignable_v<StringConversions> && std::is_move_assignable_v<StringConversions>);
 static_assert(std::is_default_constructible_v<StringConversions> && std::is_copy_constructible_v<StringConversions>);
 
 using namespace Qt::StringLiterals;
 
+// Texts as they stand, for what tst_stringconversions_agreement does not compare or to have an example of each form.
+
 namespace {
 
 using Own = StringConversions;
 using Read = std::function<QString(const QString &)>;
+using TextMap = QMap<QString, QString>;
 using VersionMap = QMap<QString, QVersionNumber>;
 
-// show(): what was read, as QDebug writes it, without the names of types: "(10,-20)".
-
-template <typename T>
-QString show(const T &value)
+/** Adds a row; null for @p expected means a null string, and not one that is only empty. */
+void addWriting(const char *form, const QString &text, const char *expected)
 {
-    QString text;
-    QDebug(&text).nospace().noquote() << value;
-    return text.mid(text.indexOf(u'(')).remove("QVersionNumber"_L1);
+    QTest::newRow(form) << text << QString::fromUtf8(expected);
 }
 
-template <typename... Values>
-QString showAll(Values... values)
+/** Adds a row for each of @p readings: "<text>=><what is read, as a writer shows it>; ..." in UTF-8. */
+void addReadings(const char *form, const Read &read, const char *readings)
 {
-    return QStringList({show(values)...}).join(u';');
-}
-
-QString show(const QMatrix4x4 &matrix)
-{
-    const auto row = [&matrix](int i) { return showAll(matrix(i, 0), matrix(i, 1), matrix(i, 2), matrix(i, 3)); };
-    return row(0) + u'/' + row(1) + u'/' + row(2) + u'/' + row(3);
-}
-
-QString show(const QTransform &t)
-{
-    return showAll(t.m11(), t.m12(), t.m13()) + u'/' + showAll(t.m21(), t.m22(), t.m23()) + u'/'
-        + showAll(t.m31(), t.m32(), t.m33());
-}
-
-template <typename T>
-QString show(const utility::Optional<T> &result)
-{
-    return result.hasValue() ? show(result.getValue()) : QStringLiteral("refused");
-}
-
-/** Adds a row for each of @p readings: "<text>=><what is read>; <text>=><what is read>" in UTF-8. */
-template <typename ReadValue>
-void addReadings(const char *form, ReadValue readValue, const char *readings)
-{
-    const Read read = [readValue](const QString &text) { return show(readValue(text)); };
     const QStringList rows = QString::fromUtf8(readings).split("; "_L1);
     for (const QString &row : rows) {
         const QStringList sides = row.split("=>"_L1);
@@ -68,17 +42,19 @@ void addReadings(const char *form, ReadValue readValue, const char *readings)
     }
 }
 
-void addWriting(const char *form, const QString &text, const QByteArray &expected)
+/** Returns an element beside the diagonal and the flags of the matrix, which tell a general one from the identity. */
+QString showMatrix(const QString &text)
 {
-    QTest::addRow("%s '%s'", form, expected.constData()) << text << QString::fromUtf8(expected);
+    const QMatrix4x4 matrix = Own::stringToQMatrix4x4(text);
+    const bool isRead = Own::stringToQMatrix4x4Safe(text).hasValue();
+    return u"%1 %2 %3"_s.arg(matrix(0, 1)).arg(int(matrix.flags()), 0, 16).arg(isRead);
 }
 
-QString logged; // "<type>|<category>|<file>|<line>|<function>|<text>" for each message
-
-void recordLog(QtMsgType type, const QMessageLogContext &context, const QString &text)
+QString showVersions(const QString &text)
 {
-    QDebug(&logged).nospace() << int(type) << '|' << context.category << '|' << context.file << '|' << context.line
-                              << '|' << context.function << '|' << qUtf8Printable(text);
+    const LogRecorder log;
+    const utility::Optional<VersionMap> versions = Own::stringToStringVersionMap(text);
+    return (versions.hasValue() ? Own::mapToString(versions.getValue()) : QString()) + log.getLines().join(u'\n');
 }
 
 } // namespace
@@ -90,12 +66,8 @@ class StringConversionsTest : public QObject
 private Q_SLOTS:
     void writes_data();
     void writes();
-    void tellsNullFromEmpty();
     void reads_data();
     void reads();
-    void readsGeneralMatrix();
-    void refusalIsLogged_data();
-    void refusalIsLogged();
     void ignoresLocale();
 };
 
@@ -104,81 +76,52 @@ void StringConversionsTest::writes_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
 
-    addWriting("bool", Own::boolToString(true), "true");
-    addWriting("bool", Own::boolToString(false), "false");
-    addWriting("int", Own::intToString(std::numeric_limits<int>::min()), "-2147483648");
-
+    addWriting("true", Own::boolToString(true), "true");
+    addWriting("false", Own::boolToString(false), "false");
+    addWriting("default int", Own::intToString(Own::stringToInt(u"x"_s)), "0");
     const std::vector<int> values = {1, -2, 3, std::numeric_limits<int>::min()};
     addWriting("list", Own::integerArrayToString(values), "1 -2 3 -2147483648");
     addWriting("part of a list", Own::toString(values.data(), 2), "1 -2");
-    addWriting("nothing of a list", Own::toString(nullptr, -1) + Own::toString(nullptr, 0), "");
-
-    const auto pointer = [](quintptr address) { return Own::ptrToString(reinterpret_cast<const void *>(address)); };
-    addWriting("null pointer", pointer(0), "0x0000000000000000");
-    addWriting("pointer", pointer(0xABCDEF), "0x0000000000abcdef");
-    addWriting("unsigned pointer", pointer(~quintptr(0)), "0xffffffffffffffff");
+    addWriting("nothing of a list", Own::toString(nullptr, -1), nullptr);
+    addWriting("pointer", Own::ptrToString(reinterpret_cast<const void *>(0xABCDEF)), "0x0000000000abcdef");
+    addWriting("last pointer", Own::ptrToString(reinterpret_cast<const void *>(~quintptr(0))), "0xffffffffffffffff");
     const QList<QKeySequence> keys = {QKeySequence(Qt::Key_Percent, Qt::Key_1), QKeySequence(Qt::Key_F2)};
     addWriting("shortcut", Own::qkeySequencesToAppendableString(keys), " (%, 1)");
+    addWriting("no shortcut", Own::qkeySequencesToAppendableString({}), "");
 
-    addWriting("point", Own::qpointToString(QPoint(10, -20)), "10 -20");
-    addWriting("pointf 17", Own::qpointfToString(QPointF(0.1, 2.5)), "0.10000000000000001 2.5");
+    addWriting("pointf", Own::qpointfToString(QPointF(0.1, -0.0)), "0.10000000000000001 0");
     addWriting("pointf 3", Own::qpointfToString(QPointF(3.14159265, 1234567.0), 3), "3.14 1.23e+06");
-    addWriting("pointf shortest", Own::qpointfToString(QPointF(0.1, 1e22), -128), "0.1 1e+22");
-    addWriting("pointf ties", Own::qpointfToString(QPointF(2.5, -12.5), 1), "3 -1e+01");
-    addWriting("pointf even ties", Own::qpointfToString(QPointF(0.125, 22.5), 2), "0.13 23");
-    addWriting("pointf no number", Own::qpointfToString(QPointF(-0.0, qQNaN()), 6), "0 nan");
-    addWriting("pointf infinite", Own::qpointfToString(QPointF(-qInf(), qInf()), 6), "-inf inf");
+    addWriting("pointf shortest", Own::qpointfToString(QPointF(0.1, -qInf()), -128), "0.1 -inf");
+    addWriting("pointf ties", Own::qpointfToString(QPointF(0.125, 22.5), 2), "0.13 23");
     addWriting("path", Own::qpointfVectorToString({QPointF(1, 2), QPointF(3.5, 4)}, 6), "1 2,3.5 4");
-    addWriting("size", Own::qSizeToString(QSize()), "-1 -1");
-    addWriting("sizef", Own::qSizeFToString(QSizeF(0.1, 2.5)), "0.10000000000000001 2.5");
-    addWriting("rect", Own::rectToString(QRect(-5, -6, 7, 8)), "-5,-6,7,8");
-    addWriting("rect", Own::rectToString(QRect()), "0,0,0,0");
+    addWriting("path 17", Own::qpointfVectorToString({QPointF(0.1, 2)}), "0.10000000000000001 2");
 
-    addWriting("2d fixed", Own::vector2DToString(QVector2D(1.5f, 0.1f), 3, true), "1.500 0.100");
-    addWriting("2d whole", Own::vector2DToString(QVector2D(0.5f, -2.5f), 0, true), "1 -3");
-    addWriting("2d 17", Own::vector2DToString(QVector2D(0.1f, 0.0f), 17, false), "0.10000000149011612 0");
-    addWriting("2d default", Own::vector2DToString(QVector2D(1.5f, 0.1f)), "1.5 0.100000001");
-    addWriting("2d small", Own::vector2DToString(QVector2D(-1e-20f, -0.0f), 6, true), "-0.000000 0.000000");
-    addWriting("3d fixed", Own::vector3DToString(QVector3D(1, 2, 3), 2, true), "1.00 2.00 3.00");
-    addWriting("3d", Own::vector3DToString(QVector3D(1234567, 0.5f, -0.25f), 3, false), "1.23e+06 0.5 -0.25");
-
-    QMatrix4x4 matrix;
-    matrix.translate(0.1f, 2, 1e-20f);
-    const char *const matrixText = "1.00000000000000000,0.00000000000000000,0.00000000000000000,0.10000000149011612,"
-                                   "0.00000000000000000,1.00000000000000000,0.00000000000000000,2.00000000000000000,"
-                                   "0.00000000000000000,0.00000000000000000,1.00000000000000000,0.00000000000000000,"
-                                   "0.00000000000000000,0.00000000000000000,0.00000000000000000,1.00000000000000000";
-    addWriting("matrix", Own::matrix4x4ToString(matrix, u','), matrixText);
-    addWriting("matrix with blanks", Own::matrix4x4ToString(matrix), QByteArray(matrixText).replace(',', ' '));
+    addWriting("2d", Own::vector2DToString(QVector2D(1.5f, 0.1f)), "1.5 0.100000001");
+    addWriting("2d whole", Own::vector2DToString(QVector2D(0.5f, -1e-20f), 0, true), "1 -0");
+    addWriting("3d", Own::vector3DToString(QVector3D(1234567, 0.1f, -0.25f)), "1234567 0.100000001 -0.25");
+    addWriting("3d fixed", Own::vector3DToString(QVector3D(1, 2, 3.125f), 2, true), "1.00 2.00 3.13");
+    const float elements[] = {0.1f, 2, 1e-20f, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
+    addWriting("matrix",
+        Own::matrix4x4ToString(QMatrix4x4(elements)).remove(".00000000000000000"_L1),
+        "0.10000000149011612 2 0 4 5 6 7 8 9 10 11 12 13 14 15 16");
     addWriting("transform",
         Own::transformToString(QTransform(1, 2, 3, 4, 5, 6, 7, 8.5, 0.7071067811865476)),
         "1.000000 2.000000 3.000000 4.000000 5.000000 6.000000 7.000000 8.500000 0.707107");
 
-    using TextMap = QMap<QString, QString>;
-    const QString longText(2000, u'x');
-    addWriting(
-        "map", Own::mapToString(TextMap{{u"b"_s, u"x y"_s}, {u"a"_s, u"1"_s}, {u"B"_s, {}}}), "B  | a 1 | b x y");
-    addWriting("long map",
-        Own::mapToString(TextMap{{u"k"_s, longText}, {u"l"_s, longText}}),
-        QByteArrayLiteral("k ") + longText.toUtf8() + " | l " + longText.toUtf8());
-    addWriting("versions",
-        Own::mapToString(VersionMap{{u"ui"_s, QVersionNumber(2, 0)}, {u"core"_s, QVersionNumber(1, -2, 300)}}),
-        "core 1.-2.300 | ui 2.0");
-    addWriting("null version", Own::mapToString(VersionMap{{u"core"_s, {}}}), "core ");
+    const TextMap texts = {{u"b"_s, u"x y"_s}, {u"a"_s, u"1"_s}, {u"B"_s, {}}};
+    addWriting("map", Own::mapToString(texts), "B  | a 1 | b x y");
+    addWriting("no map", Own::mapToString(TextMap()), nullptr);
+    const VersionMap versions = {{u"ui"_s, QVersionNumber(2, 0)}, {u"core"_s, QVersionNumber(1, -2)}, {u"x"_s, {}}};
+    addWriting("versions", Own::mapToString(versions), "core 1.-2 | ui 2.0 | x ");
+    addWriting("no versions", Own::mapToString(VersionMap()), nullptr);
 }
 
 void StringConversionsTest::writes()
 {
     QFETCH(const QString, text);
-    QTEST(text, "expected");
-}
-
-void StringConversionsTest::tellsNullFromEmpty()
-{
-    const QString noKeys = Own::qkeySequencesToAppendableString({});
-    QVERIFY(noKeys.isEmpty() && !noKeys.isNull());
-    QVERIFY(Own::mapToString(QMap<QString, QString>()).isNull());
-    QVERIFY(Own::mapToString(VersionMap()).isNull());
+    QFETCH(const QString, expected);
+    QCOMPARE(text, expected);
+    QCOMPARE(text.isNull(), expected.isNull());
 }
 
 void StringConversionsTest::reads_data()
@@ -187,68 +130,51 @@ void StringConversionsTest::reads_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
 
-    addReadings("bool",
-        &Own::stringToBool,
-        "true=>true; tRuE=>true; 1=>true; =>false; 0=>false; 01=>false;  true=>false; true =>false; yes=>false");
-    addReadings(
-        "int",
-        [](const QString &text) { return Own::stringToInt(text, 5); },
-        "42=>42; -42=>-42; 0=>0;  7=>7; =>5; 12abc=>5; 0x10=>5; 1.5=>5; 2147483648=>5; -2147483648=>-2147483648");
-    addReadings(
-        "int or 0", [](const QString &text) { return Own::stringToInt(text); }, "x=>0");
-    addReadings(
-        "float e",
-        [](const QString &text) { return Own::stringToFloat(text); },
-        "1.5e3=>1500; 2.5=>2.5; 2.5e=>2.5; e3=>0; =>0; 1e2e3=>100; 1.5E3=>1500; 1e999=>inf; 1E999=>inf; 0e999=>nan");
-    addReadings(
-        "float D", [](const QString &text) { return Own::stringToFloat(text, 'D'); }, "1.5D+3=>1500; abc=>0");
-    addReadings(
-        "float \u00e9", [](const QString &text) { return Own::stringToFloat(text, '\xe9'); }, "1.5\u00e93=>1500");
-    addReadings("list",
-        &Own::stringToIntegerArray,
-        "1 -2 3=>(1, -2, 3); =>(0); 1  2=>(1, 0, 2); 1 2 =>(1, 2, 0); 1 x 3=>(1, 0, 3); 1\t2=>(0); \t1 2=>(1, 2); "
-        "2147483648 5=>(0, 5)");
+    const auto readBool = [](const QString &text) { return Own::boolToString(Own::stringToBool(text)); };
+    const auto readInt = [](const QString &text) { return Own::intToString(Own::stringToInt(text, 5)); };
+    const auto readFloat = [](const QString &text) { return QString::number(Own::stringToFloat(text)); };
+    const auto readLatin = [](const QString &text) { return QString::number(Own::stringToFloat(text, '\xe9')); };
+    const auto readList = [](const QString &text) {
+        return Own::integerArrayToString(Own::stringToIntegerArray(text));
+    };
+    const auto readPoint = [](const QString &text) { return Own::qpointToString(Own::stringToQPoint(text)); };
+    const auto readPointF = [](const QString &text) { return Own::qpointfToString(Own::stringToQPointF(text)); };
+    const auto readSize = [](const QString &text) { return Own::qSizeToString(Own::stringToQSize(text)); };
+    const auto readSizeF = [](const QString &text) { return Own::qSizeFToString(Own::stringToQSizeF(text)); };
+    const auto readRect = [](const QString &text) { return Own::rectToString(Own::stringToRect(text)); };
+    const auto read2D = [](const QString &text) { return Own::vector2DToString(Own::stringToVector2D(text)); };
+    const auto read3D = [](const QString &text) { return Own::vector3DToString(Own::stringToVector3D(text)); };
+    const auto readTransform = [](const QString &text) {
+        return Own::transformToString(Own::stringToQTransform(text)).remove(".000000"_L1);
+    };
 
-    addReadings("point",
-        &Own::stringToQPoint,
-        "10 -20=>(10,-20); 10 -20 30=>(10,-20); 10=>(0,0); =>(0,0); 10  -20=>(10,0);  5=>(0,5); 1.5 2=>(0,2)");
-    addReadings("pointf",
-        &Own::stringToQPointF,
-        "1.5 2.25=>(1.5,2.25); 1.23e+06 0.5 x=>(1.23e+06,0.5); 1.5=>(0,0); 1e999 -inf=>(inf,-inf); \u22121 "
-        "\u00a02=>(-1,2)");
-    addReadings("size",
-        &Own::stringToQSize,
-        "640 480=>(640, 480); 640 x 480=>(640, 480); 640=>(640, 640); =>(0, 0); 640 480 =>(640, 0)");
+    addReadings("bool", readBool, "tRuE=>true; 1=>true; =>false; 01=>false;  true=>false; true =>false; yes=>false");
     addReadings(
-        "sizef", &Own::stringToQSizeF, "0.10000000000000001 2.5=>(0.1, 2.5); 2.5=>(2.5, 2.5); =>(0, 0); 1 x=>(1, 0)");
-    addReadings("rect",
-        &Own::stringToRect,
-        "1,2,30,40=>(1,2 30x40); 1,2,30,40,99=>(1,2 30x40); 1,x,30,40=>(1,0 30x40); -5,-6,7,8=>(-5,-6 7x8); "
-        "1,2,30=>(0,0 0x0); =>(0,0 0x0); 2147483647,-2147483648,10,-1=>(2147483647,-2147483648 1x1)");
-
-    addReadings("2d",
-        &Own::stringToVector2D,
-        "1.500 0.100=>(1.5, 0.1); abc 2=>(0, 2); =>(0, 0); 1.5=>(0, 0); 1 2 3=>(0, 0); 1  2=>(0, 0); 1 2 =>(0, 0)");
-    addReadings("3d", &Own::stringToVector3D, "1.00 2 3=>(1, 2, 3); =>(0, 0, 0); 1 2=>(0, 0, 0); 1 2 3 4=>(0, 0, 0)");
-    const auto readMatrix = [](const QString &text) { return Own::stringToQMatrix4x4Safe(text, u','); };
-    const auto readMatrixOrIdentity = [](const QString &text) { return Own::stringToQMatrix4x4(text, u','); };
-    addReadings("matrix or refusal",
-        readMatrix,
-        "1,2,3,4,5,6,7,8,9,x,11,12,13,14,15,0.1=>1;2;3;4/5;6;7;8/9;0;11;12/13;14;15;0.1; =>refused; "
-        "1,2,3,4,5,6,7,8,9,10,11,12,13,14,15=>refused; 1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,,16=>refused");
-    addReadings("matrix or identity",
-        readMatrixOrIdentity,
-        "1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16=>1;2;3;4/5;6;7;8/9;10;11;12/13;14;15;16; 1 2 3 4 5 6 7 8 9 10 11 12 13 "
-        "14 15 16=>1;0;0;0/0;1;0;0/0;0;1;0/0;0;0;1");
-    addReadings("transform",
-        &Own::stringToQTransform,
-        "x 2 3 4 5 6 7 8 0.707107=>0;2;3/4;5;6/7;8;0.707107; =>1;0;0/0;1;0/0;0;1; 1 2 3 4 5 6 7 8=>1;0;0/0;1;0/0;0;1; "
-        "1 2 3 4  5 6 7 8 9=>1;0;0/0;1;0/0;0;1");
-    addReadings("versions",
-        &Own::stringToStringVersionMap,
-        "core 1.2.3 | ui 2.0=>((core, (1.2.3))(ui, (2.0))); core 1.2|ui 2=>((core, (1.2))(ui, (2)));   core   1.2   |  "
-        "\tui \t2\u00a0 =>((core, (1.2))(ui, (2))); core abc=>((core, ())); core 1.2abc=>((core, (1.2))); b 1 | a 3 | "
-        "b 2=>((a, (3))(b, (2))); Core 1|core 2=>((Core, (1))(core, (2)))");
+        "int", readInt, "-42=>-42; 0=>0;  7=>7; =>5; 12abc=>5; 0x10=>5; 2147483648=>5; -2147483648=>-2147483648");
+    addReadings("float e", readFloat, "1.5e3=>1500; 2.5e=>2.5; e3=>0; =>0; 1e2e3=>100; 1.5E3=>1500; 1E999=>inf");
+    addReadings("float \u00e9", readLatin, "1.5\u00e9+3=>1500; 1.5e3=>1500; abc=>0; 1\u00e9999=>inf; 0\u00e9999=>nan");
+    addReadings("list", readList, "1 -2 3=>1 -2 3; =>0; 1  2 =>1 0 2 0; 1 x 3=>1 0 3; 1\t2=>0; 2147483648 5=>0 5");
+    addReadings("point", readPoint, "10 -20 30=>10 -20; 10=>0 0; =>0 0; 10  -20=>10 0;  5=>0 5; 1.5 2=>0 2");
+    addReadings(
+        "pointf", readPointF, "1.23e+06 0.5 x=>1230000 0.5; 1.5=>0 0; 1e999 -inf=>inf -inf; \u22121 \u00a02=>-1 2");
+    addReadings("size", readSize, "640 x 480=>640 480; 640=>640 640; =>0 0; 640 480 =>640 0");
+    addReadings("sizef", readSizeF, "0.10000000000000001 x 2=>0.10000000000000001 2; 2.5=>2.5 2.5; =>0 0; 1 x=>1 0");
+    addReadings("rect", readRect, "-1,x,30,40,99=>-1,0,30,40; 1,2,30=>0,0,0,0; =>0,0,0,0");
+    addReadings("rect", readRect, "2147483647,-2147483648,10,-1=>2147483647,-2147483648,1,1");
+    addReadings("2d", read2D, "1.500 x=>1.5 0; 1.5=>0 0; 1 2 3=>0 0; 1  2=>0 0; 1 2 =>0 0");
+    addReadings("3d", read3D, "1.00 2 3=>1 2 3; =>0 0 0; 1 2=>0 0 0; 1 2 3 4=>0 0 0");
+    addReadings("matrix", &showMatrix, "1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1=>0 1f 1; =>0 0 0");
+    addReadings("matrix", &showMatrix, "1 2 3 4 5 6 7 8 9 x 11 12 13 14 15 16=>2 1f 1; 1 2=>0 0 0");
+    addReadings("transform", readTransform, "x 2 3 4 5 6 7 8 0.707107=>0 2 3 4 5 6 7 8 0.707107");
+    addReadings("transform", readTransform, "=>1 0 0 0 1 0 0 0 1; 1 2 3 4 5 6 7 8=>1 0 0 0 1 0 0 0 1");
+    addReadings(
+        "versions", &showVersions, "core 1.2|ui 2=>core 1.2 | ui 2;   b   1.2   |  \ta \t2\u00a0 =>a 2 | b 1.2");
+    addReadings("versions", &showVersions, "a b=>a ; a 1.2b=>a 1.2; b 1 | B 3 | b 2=>B 3 | b 2");
+    const QStringList refused = u";a;a\u00a01;a ;a b 1;a 1 | ;| a 1;a 1 || b 2;a\t\"1\"\u0001"_s.split(u';');
+    for (const QString &text : refused) {
+        const QString line = u"1 default invalid version format (%1)"_s.arg(QDebug::toString(text));
+        QTest::addRow("versions '%s'", qUtf8Printable(text)) << Read(&showVersions) << text << line;
+    }
 }
 
 void StringConversionsTest::reads()
@@ -256,40 +182,6 @@ void StringConversionsTest::reads()
     QFETCH(const Read, read);
     QFETCH(const QString, text);
     QTEST(read(text), "expected");
-}
-
-void StringConversionsTest::readsGeneralMatrix()
-{
-    // Also where the text spells out the identity: the reader never optimises.
-    const QString text = Own::matrix4x4ToString(QMatrix4x4());
-    QCOMPARE(Own::stringToQMatrix4x4(text).flags(), QMatrix4x4::Flags(QMatrix4x4::General));
-    QCOMPARE(Own::stringToQMatrix4x4(QString()).flags(), QMatrix4x4::Flags(QMatrix4x4::Identity));
-}
-
-void StringConversionsTest::refusalIsLogged_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("quoted");
-
-    const QString texts = u",core,core ,core 1 2,my app 1.0,core 1.2 | ,| core 1.2,core 1.2 || ui 2,core\u00a01.0"_s;
-    const QStringList plainTexts = texts.split(u',');
-    for (const QString &text : plainTexts) {
-        QTest::addRow("'%s'", qUtf8Printable(text)) << text << u'"' + text + u'"';
-    }
-    QTest::newRow("escapes") << u"core\t\"1\"\u0001"_s << uR"("core\t\"1\"\u0001")"_s;
-}
-
-void StringConversionsTest::refusalIsLogged()
-{
-    QFETCH(const QString, text);
-    QFETCH(const QString, quoted);
-
-    logged.clear();
-    const QtMessageHandler previous = qInstallMessageHandler(&recordLog);
-    const bool isRead = Own::stringToStringVersionMap(text).hasValue();
-    qInstallMessageHandler(previous);
-    QVERIFY(!isRead);
-    QCOMPARE(logged, u"1|default||0||invalid version format (%1)"_s.arg(quoted));
 }
 
 void StringConversionsTest::ignoresLocale()
@@ -303,12 +195,10 @@ void StringConversionsTest::ignoresLocale()
     std::setlocale(LC_ALL, "de_DE.UTF-8");
     QCOMPARE(QLocale().toString(1234.5), u"١٬٢٣٤٫٥"_s);
 
-    QCOMPARE(Own::qpointfToString(QPointF(1234567.5, 2.25), 17), u"1234567.5 2.25"_s);
-    QCOMPARE(Own::qpointfToString(QPointF(0.125, 1e300), 2), u"0.13 1e+300"_s);
+    QCOMPARE(Own::qpointfToString(QPointF(1234567.5, 0.125), 2), u"1.2e+06 0.13"_s);
     QCOMPARE(Own::integerArrayToString({1234567, -1}), u"1234567 -1"_s);
-    QCOMPARE(show(Own::stringToQPointF(u"1234.5 1,5"_s)), u"(1234.5,0)"_s);
-    QCOMPARE(show(Own::stringToVector2D(u" 1.5 ١"_s)), u"(0, 0)"_s);
-    QCOMPARE(show(Own::stringToVector2D(u"\u00a01.5 ١"_s)), u"(1.5, 0)"_s);
+    QCOMPARE(Own::qpointfToString(Own::stringToQPointF(u"1234.5 1,5"_s)), u"1234.5 0"_s);
+    QCOMPARE(Own::vector2DToString(Own::stringToVector2D(u"\u00a01.5 ١"_s)), u"1.5 0"_s);
 }
 
 QTEST_GUILESS_MAIN(StringConversionsTest)

@@ -43,6 +43,12 @@ Optional<Shared> make(const Shared &value)
     return result;
 }
 
+/** Tells whether @p optional holds @p value, or nothing if that is null. */
+bool holds(const Optional<Shared> &optional, const Shared &value)
+{
+    return optional.hasValue() ? value != nullptr && optional.getValue() == value : value == nullptr;
+}
+
 } // namespace
 
 class OptionalTest : public QObject
@@ -57,20 +63,16 @@ private Q_SLOTS:
         const Shared two = std::make_shared<int>(2);
         for (const auto &[target, source] : {std::pair(Shared(), Shared()), {one, {}}, {{}, two}, {one, two}}) {
             const long copiesBefore = source.use_count();
-            const bool hasValue = source != nullptr;
             Optional<Shared> from = make(source);
             Optional<Shared> copied = make(target);
             copied = from;
             Optional<Shared> moved = make(target);
             moved = std::move(from);
-            QVERIFY(from.hasValue() == hasValue && (!hasValue || from.getValue() == nullptr));
-            Optional<Shared> constructed(copied);
-            Optional<Shared> moveConstructed(std::move(copied));
-            for (const auto *optional : {&moved, &constructed, &moveConstructed}) {
-                QCOMPARE(optional->hasValue(), hasValue);
-                QVERIFY(!hasValue || optional->getValue() == source);
-            }
-            QCOMPARE(source.use_count(), copiesBefore + (hasValue ? 3 : 0));
+            QVERIFY(source != nullptr ? from.hasValue() && from.getValue() == nullptr : !from.hasValue());
+            const Optional<Shared> constructed(copied);
+            const Optional<Shared> moveConstructed(std::move(copied));
+            QVERIFY(holds(moved, source) && holds(constructed, source) && holds(moveConstructed, source));
+            QCOMPARE(source.use_count(), source != nullptr ? copiesBefore + 3 : 0);
         }
         QCOMPARE(one.use_count() + two.use_count(), 2);
     }
@@ -78,18 +80,15 @@ private Q_SLOTS:
     void assignmentToItselfKeepsTheValue()
     {
         Optional<std::vector<int>> optional(std::vector<int>{1}); // a vector moved onto itself is emptied
-        Optional<std::vector<int>> &itself = optional;
-        optional = itself;
-        optional = std::move(itself);
+        optional = *&optional;
+        optional = std::move(*&optional);
         QCOMPARE(optional.getValue(), std::vector<int>{1});
     }
 
     void throwingConstructorLeavesItEmpty()
     {
-        const Demanding forbidden(0);
-        QVERIFY_THROWS_EXCEPTION(std::runtime_error, Optional<Demanding>{forbidden});
         Optional<Demanding> optional;
-        QVERIFY_THROWS_EXCEPTION(std::runtime_error, optional = forbidden);
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, optional = Demanding(0));
         QVERIFY(!optional.hasValue());
     }
 

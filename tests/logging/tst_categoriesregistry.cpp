@@ -13,32 +13,24 @@ class CategoriesRegistryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsNamesInOrderOfInsertion()
-    {
-        CategoriesRegistry registry;
-        const QList<QString> &live = registry.getCategories();
-        for (const QString &name : {u"b"_s, u"a"_s, QString(), u"b"_s}) {
-            registry.insertCategory(name);
-        }
-        QCOMPARE(live, QList<QString>({u"b"_s, u"a"_s, QString(), u"b"_s}));
-    }
-
     void copiesAreIndependentAndMovesLeaveNothing()
     {
         CategoriesRegistry source;
-        source.insertCategory(u"a"_s);
+        const QList<QString> &live = source.getCategories();
+        source.insertCategory(u"b"_s);
         CategoriesRegistry copy(source);
+        source.insertCategory(u"a"_s);
         source.insertCategory(u"b"_s);
         copy.insertCategory(u"c"_s);
-        QCOMPARE(source.getCategories(), QList<QString>({u"a"_s, u"b"_s}));
-        QCOMPARE(copy.getCategories(), QList<QString>({u"a"_s, u"c"_s}));
+        QCOMPARE(live, QList<QString>({u"b"_s, u"a"_s, u"b"_s}));
+        QCOMPARE(copy.getCategories(), QList<QString>({u"b"_s, u"c"_s}));
 
         copy = std::move(source);
-        QVERIFY(source.getCategories().isEmpty());
+        QVERIFY(live.isEmpty());
         const CategoriesRegistry moved(std::move(copy));
         copy.insertCategory(u"d"_s);
         QCOMPARE(copy.getCategories(), QList<QString>({u"d"_s}));
-        QCOMPARE(moved.getCategories(), QList<QString>({u"a"_s, u"b"_s}));
+        QCOMPARE(moved.getCategories(), QList<QString>({u"b"_s, u"a"_s, u"b"_s}));
     }
 
     void registrarEntersIntoItsRegistryOnly()
