@@ -122,6 +122,9 @@ Q_SIGNALS:
      * listed, and the queue is paused. On the driving thread, with the lock held. Answer by changing the status or
      * cancelling the command and having process() called again, see CommandQueueThread::restart(). A slot connected
      * directly that cancels it only sets its flag, since it is still the current command.
+     *
+     * An add or a restart before the answer makes the queue ask again, and that pause voids the wake-up of an answer
+     * which it crosses. So answer every question, one whose command has been answered already by a wake-up alone.
      */
     void awaitingUserAction(CommandData *data);
 
