@@ -15,6 +15,7 @@ namespace {
 constexpr int margin = 6; // pixels
 constexpr int statusCharacters = 20; // room for the longest status
 constexpr double detailShare = 0.7; // of the text's colour in a mix with the base
+constexpr double frameShare = 0.4; // likewise
 
 struct Layout
 {
@@ -64,6 +65,9 @@ void drawProgress(QPainter *painter, const QRect &rect, int percent, const QStyl
     bar.direction = option.direction;
     bar.fontMetrics = option.fontMetrics;
     bar.palette = option.palette;
+    // Styles derive the frame from the window's colour, which can be lost on a dark base.
+    bar.palette.setColor(
+        QPalette::Window, ColorUtil::interpolate(bar.palette.text().color(), bar.palette.base().color(), frameShare));
     bar.rect = rect;
     bar.minimum = 0;
     bar.maximum = 100;
@@ -87,10 +91,10 @@ void CommandDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     const QPalette &palette = option.palette;
     const auto status = static_cast<CommandData::Status>(index.data(CommandListModel::StatusRole).toInt());
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    const QColor base = palette.color(isSelected ? QPalette::Highlight : QPalette::Base);
     const QColor text = palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
     const QColor statusText = isSelected ? text : statusColor(status, palette);
-    const QColor detailText = status == CommandData::ERR ? statusText : ColorUtil::interpolate(text, base, detailShare);
+    const bool isDimmed = !isSelected && status != CommandData::ERR;
+    const QColor detailText = isDimmed ? ColorUtil::interpolate(text, palette.base().color(), detailShare) : statusText;
 
     painter->save();
     painter->setFont(option.font);

@@ -203,13 +203,12 @@ void MonitorWindow::askToOverwrite()
         this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(tr("The queue waits for your answer."));
-    connect(box->addButton(tr("&Overwrite"), QMessageBox::AcceptRole), &QPushButton::clicked, this, [this] {
-        controller.answer(true);
-    });
-    connect(box->addButton(tr("&Keep It"), QMessageBox::DestructiveRole), &QPushButton::clicked, this, [this] {
-        controller.answer(false);
-    });
-    box->addButton(QMessageBox::Cancel); // leaves the question open
+    QPushButton *const overwrite = box->addButton(tr("&Overwrite"), QMessageBox::AcceptRole);
+    QPushButton *const keep = box->addButton(tr("&Keep It"), QMessageBox::DestructiveRole);
+    box->addButton(tr("Answer &Later"), QMessageBox::RejectRole);
+    box->setDefaultButton(keep);
+    connect(overwrite, &QPushButton::clicked, this, [this] { controller.answer(true); });
+    connect(keep, &QPushButton::clicked, this, [this] { controller.answer(false); });
     box->open();
 }
 

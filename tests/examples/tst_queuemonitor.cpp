@@ -2,6 +2,7 @@
 #include "CommandListView.h"
 #include "MonitorLog.h"
 #include "MonitorWindow.h"
+#include "SaveCommandData.h"
 #include "StatusColor.h"
 
 #include <QAbstractItemModelTester>
@@ -23,18 +24,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 endless = Q_INT64_C(1) << 36; // bytes of a sparse file that takes minutes to digest
-
-class IdleData : public CommandData
-{
-public:
-    IdleData()
-        : CommandData(QString(), false)
-    {
-    }
-    QString getDescription() const override { return {}; }
-    QString getTitle() const override { return u"idle"_s; }
-    QString getTypeName() const override { return u"idle"_s; }
-};
 
 double contrast(const QColor &first, const QColor &second) // as WCAG 2.1 defines it
 {
@@ -252,7 +241,7 @@ void QueueMonitorTest::reportsManyChangesAtOnce()
 {
     CommandListModel model;
     std::vector<std::unique_ptr<CommandData>> records(100000);
-    std::generate(records.begin(), records.end(), [] { return std::make_unique<IdleData>(); });
+    std::generate(records.begin(), records.end(), [] { return std::make_unique<SaveCommandData>(QString()); });
     model.append(std::move(records));
     const QSignalSpy spy(&model, &QAbstractItemModel::dataChanged);
     for (int number = model.rowCount(); --number >= 0;) {
