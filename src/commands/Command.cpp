@@ -70,3 +70,5 @@ void Command::handlePause() { }
 void Command::handleResume() { }
 
 void Command::handleError() { }
+
+#include "moc_Command.cpp"

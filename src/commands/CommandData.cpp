@@ -96,3 +96,5 @@ void CommandData::setPendingAllowed(bool pendingAllowed)
 {
     isPendingAllowed = pendingAllowed;
 }
+
+#include "moc_CommandData.cpp"

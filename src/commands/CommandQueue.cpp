@@ -318,3 +318,5 @@ void CommandQueue::removeEntry(const QSharedPointer<Command> &command)
     }
     Q_EMIT commandRemoved(command->getCommandData());
 }
+
+#include "moc_CommandQueue.cpp"

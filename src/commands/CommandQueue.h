@@ -191,25 +191,28 @@ private:
 
     using CommandList = QList<QSharedPointer<Command>>;
 
-    // For CommandQueueThread, whose wake-ups a later pause voids; see there.
-    quint64 getPauseCount() const;
-    void processUnlessPausedSince(quint64 knownPauseCount);
-    CommandList cancelAll();
+    // What is not exported may change with any version.
 
-    QSharedPointer<Command> beginRun(quint64 knownPauseCount);
-    bool continueRun();
-    bool takeNextCommand();
-    void removeEntry(const QSharedPointer<Command> &command);
-    void settleCurrentCommand();
-    void finishCurrentCommand(CommandData::Status status);
-    bool requeueCurrentCommand();
+    // For CommandQueueThread, whose wake-ups a later pause voids; see there.
+    TARNWICK_NO_EXPORT quint64 getPauseCount() const;
+    TARNWICK_NO_EXPORT void processUnlessPausedSince(quint64 knownPauseCount);
+    TARNWICK_NO_EXPORT CommandList cancelAll();
+
+    TARNWICK_NO_EXPORT QSharedPointer<Command> beginRun(quint64 knownPauseCount);
+    TARNWICK_NO_EXPORT bool continueRun();
+    TARNWICK_NO_EXPORT bool takeNextCommand();
+    TARNWICK_NO_EXPORT void removeEntry(const QSharedPointer<Command> &command);
+    TARNWICK_NO_EXPORT void settleCurrentCommand();
+    TARNWICK_NO_EXPORT void finishCurrentCommand(CommandData::Status status);
+    TARNWICK_NO_EXPORT bool requeueCurrentCommand();
 
     // These expect the mutex to be held.
     template <typename Predicate>
     const QSharedPointer<Command> *findFirst(CommandList &retired, Predicate matches) const;
-    const QSharedPointer<Command> *findStartable(CommandList &retired) const;
-    const QSharedPointer<Command> *findByReference(const QString &reference, CommandList &retired) const;
-    void markPaused();
+    TARNWICK_NO_EXPORT const QSharedPointer<Command> *findStartable(CommandList &retired) const;
+    TARNWICK_NO_EXPORT const QSharedPointer<Command> *findByReference(
+        const QString &reference, CommandList &retired) const;
+    TARNWICK_NO_EXPORT void markPaused();
 
     bool paused = false; // guarded by mutex
     bool processing = false; // guarded by mutex

@@ -113,3 +113,5 @@ std::optional<quint64> CommandQueueThread::waitForWakeUp()
     const std::lock_guard lock(mutex);
     return stopRequested ? std::nullopt : pauseCount;
 }
+
+#include "moc_CommandQueueThread.cpp"

@@ -102,8 +102,8 @@ protected:
     void run() override;
 
 private:
-    void wakeUp();
-    std::optional<quint64> waitForWakeUp();
+    TARNWICK_NO_EXPORT void wakeUp();
+    TARNWICK_NO_EXPORT std::optional<quint64> waitForWakeUp();
 
     std::unique_ptr<CommandQueue> commandQueue;
     std::condition_variable condition; // the worker sleeps on it, with wakeUpMutex

@@ -41,7 +41,8 @@ public:
     static bool isLocked(LockType type);
 
 private:
-    static std::array<std::atomic<unsigned int>, 2> LOCK_COUNTS; // living markers, indexed by their type
+    // living markers, indexed by their type
+    TARNWICK_NO_EXPORT static std::array<std::atomic<unsigned int>, 2> LOCK_COUNTS;
 
     const LockType type;
 };

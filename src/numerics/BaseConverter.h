@@ -69,7 +69,7 @@ public:
     std::string getTargetBaseSet() const;
 
 private:
-    BaseConverter(const std::string &sourceBaseSet, const std::string &targetBaseSet);
+    TARNWICK_NO_EXPORT BaseConverter(const std::string &sourceBaseSet, const std::string &targetBaseSet);
 
     std::string sourceBaseSet;
     std::string targetBaseSet;
