@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QStringListModel>
 #include <QTest>
+#include <QTimeZone>
 #include <QUrl>
 #include <QUuid>
 
@@ -61,7 +62,7 @@ void QVariantLessTest::orderOfAType_data()
     addRow("QDate", QDate(), QDate(-1, 1, 1), QDate(1970, 1, 1), QDate(2024, 2, 29));
     addRow("QTime", QTime(0, 0, 0, 1), QTime(0, 1), QTime(23, 59, 59, 999));
     const auto atHour = [](int hour, int offset) {
-        return QDateTime(QDate(2024, 1, 1), QTime(hour, 0), Qt::OffsetFromUTC, offset * 3600);
+        return QDateTime(QDate(2024, 1, 1), QTime(hour, 0), QTimeZone(offset * 3600));
     };
     addRow("QDateTime", atHour(3, 2), atHour(2, 0), atHour(1, -2));
     addRow("QUrl", QUrl(), QUrl(u"file:///a"_s), QUrl(u"http://a/1"_s), QUrl(u"http://a/2"_s), QUrl(u"http://b/"_s));
