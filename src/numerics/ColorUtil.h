@@ -32,7 +32,7 @@ public:
      * Most mixing functions run the other way round.
      *
      * Red, green, blue and alpha are each first * weight + second * (1 - weight), linear and not premultiplied. The
-     * result is in the RGB specification.
+     * result is in the RGB colour model.
      *
      * @p weight is not clamped, and what QColor::fromRgbF() makes of the channels is the result: with red, green or
      * blue outside 0 to 1 a colour in extended RGB, with such an alpha a warning of Qt and an invalid colour. A @p
@@ -52,9 +52,9 @@ public:
      * Returns @p color with its HSV value lowered by @p amount, at the lowest to 0. Hue, saturation and alpha stay; an
      * achromatic colour stays achromatic (hue -1), and a hue that reads 360 counts as 0, the same angle.
      *
-     * @param color in any specification; an invalid one counts as opaque black
+     * @param color in any colour model; an invalid one counts as opaque black
      * @param amount 0 to 255; a lower one counts as 0, a higher one as 255
-     * @return a valid colour in the HSV specification
+     * @return a valid colour in the HSV colour model
      */
     static QColor makeDarkerColor(const QColor &color, int amount);
 
@@ -64,21 +64,21 @@ public:
      *
      * Write the fraction as a `float`: with a `double` the call is ambiguous.
      *
-     * @param color in any specification; an invalid one counts as opaque black
+     * @param color in any colour model; an invalid one counts as opaque black
      * @param fraction 0 to 1; a lower one and not a number count as 0, a higher one as 1
-     * @return a valid colour in the HSV specification
+     * @return a valid colour in the HSV colour model
      */
     static QColor makeDarkerColor(const QColor &color, float fraction);
 
     /**
      * Packs @p color, reduced to 8 bits a channel, as AABBGGRR.
      *
-     * @param color in any specification
+     * @param color in any colour model
      * @param useAlpha whether the alpha byte is the colour's; otherwise it is 0xFF
      */
     static unsigned int toAABBGGRR(const QColor &color, bool useAlpha);
 
-    /** Returns the colour packed in @p color, alpha included, in the RGB specification. Every value is a colour. */
+    /** Returns the colour packed in @p color, alpha included, in the RGB colour model. Every value is a colour. */
     static QColor toQColor(unsigned int color);
 };
 
