@@ -64,7 +64,8 @@ enum class LargeIntegers {
 /*
  * The root of a document and all within it, with everything in a container behind it and close together, so that each
  * pass is a plain loop over near memory. Equal values get equal hashes. The hash of a container does not depend on the
- * order of its elements, and these are sorted by hash.
+ * order of its elements, and these are sorted by hash. The seed of the process is in every hash, so that no text can be
+ * made beforehand whose many different elements share one.
  */
 class Tree
 {
@@ -187,13 +188,13 @@ quint64 Tree::hashLeaf(QJsonValueConstRef value)
 {
     switch (value.type()) {
     case QJsonValue::Bool:
-        return mix(value.toBool() ? 1 : 2);
+        return mix(seed + (value.toBool() ? 1 : 2));
     case QJsonValue::Double:
         return hashNumber(value);
     case QJsonValue::String:
         return mix(qHash(value.toString(), seed) + 3);
     default:
-        return mix(4);
+        return mix(seed + 4);
     }
 }
 
@@ -214,7 +215,7 @@ void Tree::sortAndHash(const Container &container)
     const auto begin = elements.begin() + std::ptrdiff_t(container.firstElement);
     const auto end = begin + std::ptrdiff_t(container.count);
     std::sort(begin, end);
-    quint64 hash = mix(container.getObject() ? 6 : 7) + mix(container.count);
+    quint64 hash = mix(seed + (container.getObject() ? 6 : 7)) + mix(container.count);
     std::for_each(begin, end, [&hash](const Element &element) { hash += mix(element.hash); });
     elements[container.self].hash = mix(elements[container.self].hash + mix(hash));
 }

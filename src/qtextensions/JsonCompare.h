@@ -23,8 +23,9 @@ namespace json {
  *
  * The time grows with the size of the documents (n log n), whatever their order. The exception are documents that hold,
  * as a double, a number between 2^53 and 2^63: elements then count as distinct only when they differ as doubles, and n
- * elements that merely differ beyond that may take time in n squared. Documents of any depth that Qt's own equality
- * and destruction can take are fine.
+ * elements that merely differ beyond that may take time in n squared. Any depth that Qt's parser
+ * accepts is fine; documents made in memory overflow the stack at some tens of thousands of levels, as they do in Qt's
+ * own equality.
  *
  * Threads: may be called on any thread that may read both documents.
  */
