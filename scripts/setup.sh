@@ -10,6 +10,7 @@ packages=(
     qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools   # tests: compiling a translation
     libgmp-dev                                         # tests and benchmarks: the oracle of the base converter
     doxygen                                            # tests: checking the documentation
+    spin                                               # tests: searching the model of the worker
     pkgconf                                            # tests: a client that finds the library by pkg-config
     libbenchmark-dev                                   # benchmarks
     "$@"

@@ -27,6 +27,8 @@ using namespace Qt::StringLiterals;
 //
 // stop() sets its flag first and wakes the worker last, so a worker that goes to sleep in between is woken. The worker
 // reads the flag under `mutex`: it does not end before a stop() under way has done its work.
+//
+// tests/model/wakeup.pml is this design as a model, of which the tests search every interleaving.
 
 CommandQueueThread::CommandQueueThread()
     : CommandQueueThread(std::make_unique<CommandQueue>())
