@@ -231,7 +231,7 @@ int main(int argc, char **argv)
     registerMatrices(
         "identity", [] { return QMatrix4x4(); }, [] { return QTransform(); });
     registerMatrices("rotated", &randomMatrix, [] { return randomMatrix().toTransform(); });
-    for (const std::size_t count : {1000, 31623, 1000000}) {
+    for (const std::size_t count : {1000U, 31623U, 1000000U}) {
         registerCollections(count);
     }
     benchmark::Initialize(&argc, argv);

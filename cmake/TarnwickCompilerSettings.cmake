@@ -25,6 +25,7 @@ function(tarnwick_compiler_settings target)
             QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
             QT_DISABLE_DEPRECATED_BEFORE=0x060400
     )
+    # Not all of -Wshadow: the parameter of a constructor or setter bears the name of the field that it sets.
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
         target_compile_options(
             ${target}
@@ -34,12 +35,17 @@ function(tarnwick_compiler_settings target)
                 -Wpedantic
                 -Wcast-align
                 -Wcast-qual
+                -Wconversion
+                -Wsign-conversion
                 -Wold-style-cast
                 -Wnon-virtual-dtor
                 -Woverloaded-virtual
                 -Wundef
                 -Wvla
                 -Wzero-as-null-pointer-constant
+                $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wshadow-field
+                -Wshadow-field-in-constructor-modified
+                -Wshadow-uncaptured-local>
                 $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local
                 -Wlogical-op
                 -Wsuggest-override>
