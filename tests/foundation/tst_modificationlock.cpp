@@ -8,6 +8,7 @@
 
 using utility::ModificationLock;
 
+static_assert(ModificationLock::Data == 0 && ModificationLock::View == 1);
 static_assert(!std::is_move_constructible_v<ModificationLock> && !std::is_move_assignable_v<ModificationLock>);
 
 class ModificationLockTest : public QObject

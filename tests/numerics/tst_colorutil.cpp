@@ -54,11 +54,11 @@ void ColorUtilTest::interpolateOutsideTheRange()
 
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
     for (const double weight : {-1.0, 0.3, 2.0, 1e17}) { // 1e17 and 1 - 1e17 do not add up to 1
-        const unsigned int opaque = ColorUtil::interpolate(0xFF100080u, 0xFF500060u, weight);
-        QCOMPARE(ColorUtil::interpolate(0xC0100080u, 0x00500060u, weight), opaque);
+        const unsigned int opaque = ColorUtil::interpolate(0xFF103080u, 0xFF502060u, weight);
+        QCOMPARE(ColorUtil::interpolate(0xC0103080u, 0x00502060u, weight), opaque);
     }
-    QCOMPARE(ColorUtil::interpolate(0x00100080u, 0x00500060u, 1.0), 0xFF100080u);
-    QCOMPARE(ColorUtil::interpolate(0x00100080u, 0x80500060u, 2.0), 0xFF0000A0u);
+    QCOMPARE(ColorUtil::interpolate(0x00103080u, 0x00502060u, 1.0), 0xFF103080u);
+    QCOMPARE(ColorUtil::interpolate(0x00103080u, 0x80502060u, 2.0), 0xFF0040A0u);
 }
 
 void ColorUtilTest::makeDarkerColorByAmount()
