@@ -80,8 +80,9 @@ private Q_SLOTS:
     void assignmentToItselfKeepsTheValue()
     {
         Optional<std::vector<int>> optional(std::vector<int>{1}); // a vector moved onto itself is emptied
-        optional = *&optional;
-        optional = std::move(*&optional);
+        Optional<std::vector<int>> &same = optional; // compilers warn of what they see through
+        optional = same;
+        optional = std::move(same);
         QCOMPARE(optional.getValue(), std::vector<int>{1});
     }
 
