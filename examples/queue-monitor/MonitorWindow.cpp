@@ -23,6 +23,8 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -224,12 +226,13 @@ void MonitorWindow::goOn()
 
 void MonitorWindow::cancelSelected()
 {
-    QStringList references;
-    const QModelIndexList selected = list->selectionModel()->selectedIndexes();
-    for (const QModelIndex &index : selected) {
-        references.append(controller.getModel().getRecord(index.row())->getReference());
+    QModelIndexList selected = list->selectionModel()->selectedIndexes();
+    std::sort(selected.begin(), selected.end()); // the queue looks for each from its front
+    std::vector<const CommandData *> records;
+    for (const QModelIndex &index : std::as_const(selected)) {
+        records.push_back(controller.getModel().getRecord(index.row()));
     }
-    controller.cancel(references);
+    controller.cancel(records);
 }
 
 void MonitorWindow::stop()

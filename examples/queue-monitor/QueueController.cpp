@@ -5,6 +5,16 @@
 #include "SaveCommand.h"
 #include "SaveCommandData.h"
 
+namespace {
+
+bool hasEnded(const CommandData &record)
+{
+    const CommandData::Status status = record.getStatus();
+    return status == CommandData::FINISHED || status == CommandData::CANCELLED || status == CommandData::ERR;
+}
+
+} // namespace
+
 QueueController::QueueController()
 {
     connect(&model, &CommandListModel::refreshed, this, &QueueController::stateChanged);
@@ -30,7 +40,7 @@ QueueController::State QueueController::getState() const
     if (awaitingRecord) {
         return State::AwaitingAnswer;
     }
-    if (queue().isPaused()) {
+    if (isHeld) {
         return State::Paused;
     }
     return model.getListedCount() > 0 ? State::Running : State::Idle;
@@ -77,38 +87,43 @@ void QueueController::saveDigests(const QString &target)
 void QueueController::add(
     const std::vector<QSharedPointer<Command>> &commands, std::vector<std::unique_ptr<CommandData>> records)
 {
-    const bool wasPaused = queue().isPaused();
     model.append(std::move(records)); // ahead of the commands, whose signals look for their rows
     for (const QSharedPointer<Command> &command : commands) {
         queue().addCommand(command);
-    }
-    // An added command wakes the worker, which ends a pause; a pause after it voids that.
-    if (wasPaused) {
-        queue().pause();
+        // An added command wakes the worker, which ends a pause; a pause right after it voids that.
+        if (isHeld) {
+            queue().pause();
+        }
     }
     Q_EMIT stateChanged();
 }
 
 void QueueController::pause()
 {
+    isHeld = true;
     queue().pause();
     Q_EMIT stateChanged();
 }
 
 void QueueController::goOn()
 {
+    isHeld = false;
     worker->restart();
+    Q_EMIT stateChanged();
 }
 
-void QueueController::cancel(const QStringList &references)
+void QueueController::cancel(const std::vector<const CommandData *> &records)
 {
-    for (const QString &reference : references) {
-        // By reference and not by pointer: a command that has just ended is not listed and stays as it ended.
-        queue().cancelCommandByReference(reference);
+    for (const CommandData *const record : records) {
+        // What has ended need not be looked for in the whole list. By reference and not by pointer: a command that ends
+        // just now is not listed any more and stays as it ended.
+        if (!hasEnded(*record)) {
+            queue().cancelCommandByReference(record->getReference());
+        }
     }
     if (awaitingRecord && awaitingRecord->getStatus() == CommandData::CANCELLED) {
         awaitingRecord = nullptr;
-        worker->restart(); // the queue would stay paused behind the question
+        restartUnlessHeld(); // the queue would stay paused behind the question
     }
     Q_EMIT stateChanged();
 }
@@ -119,17 +134,18 @@ void QueueController::answer(bool overwrite)
         return;
     }
     if (!overwrite) {
-        cancel({awaitingRecord->getReference()});
+        cancel({awaitingRecord});
         return;
     }
     std::exchange(awaitingRecord, nullptr)->allowOverwriting();
-    worker->restart();
+    restartUnlessHeld();
     Q_EMIT stateChanged();
 }
 
 void QueueController::stop()
 {
     isStopping = true;
+    isHeld = false;
     awaitingRecord = nullptr;
     worker->stop();
     Q_EMIT stateChanged();
@@ -140,11 +156,6 @@ void QueueController::startWorker()
     worker = std::make_unique<CommandQueueThread>();
     model.follow(queue());
     connect(&queue(), &CommandQueue::awaitingUserAction, this, &QueueController::awaitAnswer, Qt::QueuedConnection);
-    // Without their record, which can be gone: these two come for the first command of a run, when all of it is over.
-    connect(
-        &queue(), &CommandQueue::commandStarted, this, [this] { Q_EMIT stateChanged(); }, Qt::QueuedConnection);
-    connect(
-        &queue(), &CommandQueue::commandFinished, this, [this] { Q_EMIT stateChanged(); }, Qt::QueuedConnection);
     connect(worker.get(), &QThread::finished, this, &QueueController::renewWorker, Qt::QueuedConnection);
     worker->start();
 }
@@ -159,20 +170,26 @@ void QueueController::renewWorker()
     Q_EMIT stateChanged();
 }
 
-// The question may be settled by now; the record is there in any case.
+// A command that is added while the queue waits makes it ask again, so the question may be settled by now. It has
+// paused the queue all the same, perhaps after the wake-up that came with the answer.
 void QueueController::awaitAnswer(CommandData *record)
 {
     if (isStopping) {
         return;
     }
-    if (record->getStatus() == CommandData::CANCELLED) {
-        worker->restart(); // see cancel()
-    }
     if (record->getStatus() != CommandData::REQUIRE_USER_ACTION) {
+        restartUnlessHeld();
         return;
     }
     awaitingRecord = qobject_cast<SaveCommandData *>(record);
     Q_EMIT stateChanged();
+}
+
+void QueueController::restartUnlessHeld()
+{
+    if (!isHeld) {
+        worker->restart();
+    }
 }
 
 CommandQueue &QueueController::queue() const

@@ -47,8 +47,8 @@ public:
     void pause();
     void goOn();
 
-    /** Cancels the commands with these references, as far as they are still listed. */
-    void cancel(const QStringList &references);
+    /** Cancels the commands of these records, as far as they have not ended. */
+    void cancel(const std::vector<const CommandData *> &records);
 
     /** Answers the question whether the command that waits for it may overwrite its target; if not, it is cancelled. */
     void answer(bool overwrite);
@@ -64,12 +64,14 @@ private:
     void startWorker();
     void renewWorker();
     void awaitAnswer(CommandData *record);
+    void restartUnlessHeld();
     void add(const std::vector<QSharedPointer<Command>> &commands, std::vector<std::unique_ptr<CommandData>> records);
     CommandQueue &queue() const;
 
     CommandListModel model; // with the records, so it is made before the worker and destroyed after it
     std::unique_ptr<CommandQueueThread> worker;
     SaveCommandData *awaitingRecord = nullptr;
+    bool isHeld = false; // by pause(), whatever else has paused the queue or woken it
     bool isStopping = false;
 };
 

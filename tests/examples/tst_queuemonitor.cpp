@@ -44,255 +44,240 @@ class QueueMonitorTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void digestsInNaturalOrder();
-    void pausesCancelsAndStops();
-    void asksBeforeOverwriting_data();
-    void asksBeforeOverwriting();
-    void showsErrors();
-    void takesTouchForPress();
-    void reportsManyChangesAtOnce();
-    void writesStatusLegibly_data();
-    void writesStatusLegibly();
-    void switchesLog();
-    void keepsPlace();
+    void initTestCase()
+    {
+        QLocale::setDefault(QLocale(QLocale::English)); // the C locale has no natural order
+        QCoreApplication::setOrganizationName(u"Tarnwick"_s);
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+    }
+
+    void init()
+    {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(QDir(folder->path()).mkpath(u"files"_s));
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path(u"settings"_s));
+        window = std::make_unique<MonitorWindow>();
+        list = window->findChild<CommandListView *>();
+        new QAbstractItemModelTester(list->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, list);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    void cleanup()
+    {
+        window.reset(); // also in the middle of a digest
+    }
+
+    void digestsInNaturalOrder()
+    {
+        for (const char *const name : {"10", "9", "b 1"}) {
+            writeFile("files/"_L1 + QLatin1String(name), name);
+        }
+        press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        enterPath(u"files"_s);
+        QTRY_COMPARE(statuses(), u"FFF"_s);
+        QCOMPARE(shown(0, Qt::DisplayRole), u"9"_s);
+        QCOMPARE(shown(1, Qt::DisplayRole), u"10"_s);
+        QCOMPARE(shown(2, CommandListModel::ProgressRole), u"100"_s);
+        QCOMPARE(shown(2, CommandListModel::DetailRole).toLatin1(),
+            QCryptographicHash::hash("b 1", QCryptographicHash::Sha256).toHex());
+        QTRY_VERIFY(isEnabled(u"Clear List"_s));
+        press(Qt::Key_L);
+        QCOMPARE(list->model()->rowCount(), 0);
+    }
+
+    void pausesCancelsAndStops()
+    {
+        writeFile(u"1"_s, {}, endless);
+        writeFile(u"2"_s, {}, endless);
+        addFiles({u"1"_s, u"2"_s});
+        QTRY_COMPARE(statuses(), u"PQ"_s);
+        press(Qt::Key_P);
+        QTRY_COMPARE(statuses(), u"QQ"_s);
+        addFiles({u"3"_s, u"1"_s}); // the one that waits is not listed twice
+        QVERIFY(isEnabled(u"Go On"_s) && !isEnabled(u"Pause"_s));
+        press(Qt::Key_G);
+        addFiles({u"4"_s}); // does not pause again what was to go on
+        QTRY_COMPARE(statuses(), u"PQQQ"_s);
+
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, centerOf(0));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier, centerOf(2));
+        press(Qt::Key_Delete, Qt::NoModifier);
+        QTRY_COMPARE(statuses(), u"CPCQ"_s);
+        press(Qt::Key_T);
+        QTRY_COMPARE(statuses(), u"CCCC"_s);
+        QTRY_VERIFY(isEnabled(u"Add Files"_s));
+        writeFile(u"4"_s, "4");
+        addFiles({u"4"_s}); // on another worker
+        QTRY_COMPARE(statuses(), u"CCCCF"_s);
+    }
+
+    void asksBeforeOverwriting_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("end");
+
+        QTest::newRow("overwrite") << int(Qt::Key_O) << u"FFF"_s;
+        QTest::newRow("keep") << int(Qt::Key_K) << u"FCF"_s;
+    }
+
+    void asksBeforeOverwriting()
+    {
+        QFETCH(int, key);
+        QFETCH(QString, end);
+        writeFile(u"a\\b"_s, "content");
+        writeFile(u"sums"_s, "old");
+        addFiles({u"a\\b"_s});
+        press(Qt::Key_S);
+        enterPath(u"sums"_s);
+        QTRY_COMPARE(statuses(), u"FR"_s);
+        QTRY_VERIFY(isEnabled(u"Answer"_s));
+        addFiles({u"sums"_s}); // the queue asks again
+        press(Qt::Key_R);
+        auto *const box = window->findChild<QMessageBox *>();
+        box->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), box);
+        QTest::keyClick(box, static_cast<Qt::Key>(key), Qt::AltModifier);
+        QTRY_COMPARE(statuses(), end);
+
+        QFile sums(path(u"sums"_s));
+        QVERIFY(sums.open(QIODevice::ReadOnly));
+        const QByteArray digest = QCryptographicHash::hash("content", QCryptographicHash::Sha256).toHex();
+        const QByteArray line = '\\' + digest + "  " + folder->path().toUtf8() + "/a\\\\b\n";
+        QCOMPARE(sums.readAll(), key == Qt::Key_O ? line : QByteArray("old"));
+    }
+
+    void showsErrors()
+    {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^CommandData failed"_s));
+        addFiles({u"missing"_s});
+        QTRY_COMPARE(statuses(), u"E"_s);
+        QVERIFY(shown(0, Qt::AccessibleTextRole).contains(u"missing, Error, 0 %, No such file"_s));
+        QTRY_VERIFY(!isEnabled(u"Stop"_s));
+    }
+
+    void takesTouchForPress()
+    {
+        writeFile(u"1"_s, {});
+        writeFile(u"2"_s, {});
+        addFiles({u"1"_s, u"2"_s});
+        QTRY_COMPARE(statuses(), u"FF"_s);
+        const std::unique_ptr<QPointingDevice> device(QTest::createTouchDevice());
+        QTest::touchEvent(list->viewport(), device.get()).press(0, centerOf(1), list->viewport());
+        QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
+        QTest::touchEvent(list->viewport(), device.get()).release(0, centerOf(1), list->viewport());
+        QTest::mouseMove(list->viewport(), centerOf(0)); // after the end nothing is selected
+        QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
+    }
+
+    void reportsManyChangesAtOnce()
+    {
+        CommandListModel model;
+        std::vector<std::unique_ptr<CommandData>> records(100000);
+        std::generate(records.begin(), records.end(), [] { return std::make_unique<SaveCommandData>(QString()); });
+        model.append(std::move(records));
+        const QSignalSpy spy(&model, &QAbstractItemModel::dataChanged);
+        for (int number = model.rowCount(); --number >= 0;) {
+            if (number != 50000) {
+                model.getRecord(number)->setStatus(CommandData::PROCESSING);
+                model.getRecord(number)->setStatus(CommandData::FINISHED);
+            }
+        }
+        QTRY_COMPARE(spy.size(), 2);
+        QCOMPARE(spy.at(0).at(1).toModelIndex().row(), 49999);
+        QCOMPARE(spy.at(1).at(0).toModelIndex().row(), 50001);
+        QCOMPARE(model.getCount(CommandData::FINISHED), 99999);
+    }
+
+    void writesStatusLegibly()
+    {
+        for (const QPalette &palette : {QPalette(Qt::white), QPalette(QColor(0x2a, 0x2e, 0x32))}) {
+            for (int value = CommandData::QUEUEING; value <= CommandData::PAUSED; ++value) {
+                const auto status = static_cast<CommandData::Status>(value);
+                const QColor color = statusColor(status, palette);
+                for (const QColor &behind : {palette.base().color(), statusBackground(status, palette)}) {
+                    QVERIFY2(contrast(color, behind) >= 4.5, qPrintable(color.name() + u" on "_s + behind.name()));
+                }
+            }
+        }
+    }
+
+    void switchesLog()
+    {
+        for (const bool enabled : {true, false}) {
+            press(Qt::Key_L, Qt::AltModifier);
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
+            QCOMPARE(monitorLog().isDebugEnabled(), enabled);
+        }
+    }
+
+    void keepsPlace()
+    {
+        const QRect place(20, 30, 640, 320);
+        window->setGeometry(place);
+        QVERIFY(window->close());
+        QCOMPARE(QSettings().value("window/place").toString(), u"20,30,640,320"_s);
+        window = std::make_unique<MonitorWindow>();
+        QCOMPARE(window->geometry(), place);
+    }
 
 private:
-    void writeFile(const QString &name, const QByteArray &content, qint64 size = -1) const;
     QString path(const QString &name) const { return folder->filePath(name); }
     QModelIndex row(int number) const { return list->model()->index(number, 0); }
+    QPoint centerOf(int number) const { return list->visualRect(row(number)).center(); }
     QString shown(int number, int role) const { return row(number).data(role).toString(); }
-    QString statuses() const;
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const;
-    bool isEnabled(const QString &text) const;
+
+    void writeFile(const QString &name, const QByteArray &content, qint64 size = -1) const
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        QVERIFY(size < 0 || file.resize(size));
+    }
+
+    void addFiles(QStringList names) const
+    {
+        for (QString &name : names) {
+            name = path(name);
+        }
+        window->addPaths(names);
+    }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const
+    {
+        window->activateWindow(); // a dialog may have closed just now
+        QTRY_COMPARE(QApplication::activeWindow(), window.get());
+        QTest::keyClick(window.get(), static_cast<Qt::Key>(key), modifiers);
+    }
+
+    void enterPath(const QString &name) const
+    {
+        auto *const dialog = window->findChild<QFileDialog *>();
+        dialog->findChild<QLineEdit *>()->setText(path(name));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    }
+
+    // The first letter of each row's status.
+    QString statuses() const
+    {
+        QString letters;
+        for (int number = 0; number < list->model()->rowCount(); ++number) {
+            letters += shown(number, CommandListModel::StatusNameRole).at(0);
+        }
+        return letters;
+    }
+
+    bool isEnabled(const QString &text) const
+    {
+        const QList<QAction *> actions = window->findChildren<QAction *>();
+        return std::any_of(actions.begin(), actions.end(), [&text](const QAction *action) {
+            return action->iconText() == text && action->isEnabled();
+        });
+    }
 
     std::unique_ptr<QTemporaryDir> folder;
     std::unique_ptr<MonitorWindow> window;
     CommandListView *list = nullptr;
 };
-
-void QueueMonitorTest::initTestCase()
-{
-    QLocale::setDefault(QLocale(QLocale::English)); // the C locale has no natural order
-    QCoreApplication::setOrganizationName(u"Tarnwick"_s);
-    QSettings::setDefaultFormat(QSettings::IniFormat);
-}
-
-void QueueMonitorTest::init()
-{
-    folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir(folder->path()).mkpath(u"files"_s));
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path(u"settings"_s));
-    window = std::make_unique<MonitorWindow>();
-    list = window->findChild<CommandListView *>();
-    new QAbstractItemModelTester(list->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, list);
-    window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window.get()));
-}
-
-void QueueMonitorTest::cleanup()
-{
-    window.reset(); // also in the middle of a digest
-}
-
-void QueueMonitorTest::writeFile(const QString &name, const QByteArray &content, qint64 size) const
-{
-    QFile file(path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    QVERIFY(size < 0 || file.resize(size));
-}
-
-// The first letter of each row's status.
-QString QueueMonitorTest::statuses() const
-{
-    QString letters;
-    for (int number = 0; number < list->model()->rowCount(); ++number) {
-        letters += shown(number, CommandListModel::StatusNameRole).at(0);
-    }
-    return letters;
-}
-
-void QueueMonitorTest::press(int key, Qt::KeyboardModifiers modifiers) const
-{
-    window->activateWindow(); // a dialog may have closed just now
-    QTRY_COMPARE(QApplication::activeWindow(), window.get());
-    QTest::keyClick(window.get(), static_cast<Qt::Key>(key), modifiers);
-}
-
-bool QueueMonitorTest::isEnabled(const QString &text) const
-{
-    const QList<QAction *> actions = window->findChildren<QAction *>();
-    return std::any_of(actions.begin(), actions.end(), [&text](const QAction *action) {
-        return action->iconText() == text && action->isEnabled();
-    });
-}
-
-void QueueMonitorTest::digestsInNaturalOrder()
-{
-    for (const char *const name : {"10", "9", "b 1"}) {
-        writeFile("files/"_L1 + QLatin1String(name), name);
-    }
-    press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-    auto *const dialog = window->findChild<QFileDialog *>();
-    dialog->findChild<QLineEdit *>()->setText(path(u"files"_s));
-    QTest::keyClick(dialog, Qt::Key_Return);
-    QTRY_COMPARE(statuses(), u"FFF"_s);
-    QCOMPARE(shown(0, Qt::DisplayRole), u"9"_s);
-    QCOMPARE(shown(1, Qt::DisplayRole), u"10"_s);
-    QCOMPARE(shown(2, CommandListModel::ProgressRole), u"100"_s);
-    QCOMPARE(shown(2, CommandListModel::DetailRole).toLatin1(),
-        QCryptographicHash::hash("b 1", QCryptographicHash::Sha256).toHex());
-    QTRY_VERIFY(isEnabled(u"Clear List"_s));
-    press(Qt::Key_L);
-    QCOMPARE(list->model()->rowCount(), 0);
-}
-
-void QueueMonitorTest::pausesCancelsAndStops()
-{
-    writeFile(u"1"_s, {}, endless);
-    writeFile(u"2"_s, {}, endless);
-    writeFile(u"3"_s, "3");
-    window->addPaths({path(u"1"_s), path(u"2"_s), path(u"3"_s)});
-    QTRY_COMPARE(statuses(), u"PQQ"_s);
-    press(Qt::Key_P);
-    QTRY_COMPARE(statuses(), u"QQQ"_s);
-    writeFile(u"4"_s, "4");
-    window->addPaths({path(u"4"_s), path(u"1"_s)}); // the one that waits is not listed twice
-    QTRY_COMPARE(statuses(), u"QQQQ"_s);
-    QVERIFY(isEnabled(u"Go On"_s) && !isEnabled(u"Pause"_s));
-    press(Qt::Key_G);
-    QTRY_COMPARE(statuses(), u"PQQQ"_s);
-
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(row(0)).center());
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier, list->visualRect(row(2)).center());
-    press(Qt::Key_Delete, Qt::NoModifier);
-    QTRY_COMPARE(statuses(), u"CPCQ"_s);
-    press(Qt::Key_T);
-    QTRY_COMPARE(statuses(), u"CCCC"_s);
-    QTRY_VERIFY(isEnabled(u"Add Files"_s));
-    window->addPaths({path(u"4"_s)}); // on another worker
-    QTRY_COMPARE(statuses(), u"CCCCF"_s);
-}
-
-void QueueMonitorTest::asksBeforeOverwriting_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("end");
-
-    QTest::newRow("overwrite") << int(Qt::Key_O) << u"FFF"_s;
-    QTest::newRow("keep") << int(Qt::Key_K) << u"FCF"_s;
-}
-
-void QueueMonitorTest::asksBeforeOverwriting()
-{
-    QFETCH(int, key);
-    QFETCH(QString, end);
-    writeFile(u"a\\b"_s, "content");
-    writeFile(u"sums"_s, "old");
-    window->addPaths({path(u"a\\b"_s)});
-    press(Qt::Key_S);
-    auto *const dialog = window->findChild<QFileDialog *>();
-    dialog->findChild<QLineEdit *>()->setText(path(u"sums"_s));
-    QTest::keyClick(dialog, Qt::Key_Return);
-    QTRY_COMPARE(statuses(), u"FR"_s);
-    QTRY_VERIFY(isEnabled(u"Answer"_s));
-    window->addPaths({path(u"sums"_s)});
-    press(Qt::Key_R);
-    auto *const box = window->findChild<QMessageBox *>();
-    box->activateWindow();
-    QTRY_COMPARE(QApplication::activeWindow(), box);
-    QTest::keyClick(box, static_cast<Qt::Key>(key), Qt::AltModifier);
-    QTRY_COMPARE(statuses(), end);
-
-    QFile sums(path(u"sums"_s));
-    QVERIFY(sums.open(QIODevice::ReadOnly));
-    const QByteArray digest = QCryptographicHash::hash("content", QCryptographicHash::Sha256).toHex();
-    const QByteArray line = '\\' + digest + "  " + folder->path().toUtf8() + "/a\\\\b\n";
-    QCOMPARE(sums.readAll(), key == Qt::Key_O ? line : QByteArray("old"));
-}
-
-void QueueMonitorTest::showsErrors()
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^CommandData failed"_s));
-    window->addPaths({path(u"missing"_s)});
-    QTRY_COMPARE(shown(0, CommandListModel::StatusNameRole), u"Error"_s);
-    QVERIFY(shown(0, Qt::AccessibleTextRole).contains(u"missing, Error, 0 %, No such file"_s));
-    QVERIFY(QTest::qWaitFor([this] { return !isEnabled(u"Stop"_s); }));
-}
-
-void QueueMonitorTest::takesTouchForPress()
-{
-    writeFile(u"1"_s, {});
-    writeFile(u"2"_s, {});
-    window->addPaths({path(u"1"_s), path(u"2"_s)});
-    QTRY_COMPARE(statuses(), u"FF"_s);
-    const std::unique_ptr<QPointingDevice> device(QTest::createTouchDevice());
-    const QPoint point = list->visualRect(row(1)).center();
-    QTest::touchEvent(list->viewport(), device.get()).press(0, point, list->viewport());
-    QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
-    QTest::touchEvent(list->viewport(), device.get()).release(0, point, list->viewport());
-    QTest::mouseMove(list->viewport(), list->visualRect(row(0)).center()); // after the end nothing is selected
-    QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
-}
-
-void QueueMonitorTest::reportsManyChangesAtOnce()
-{
-    CommandListModel model;
-    std::vector<std::unique_ptr<CommandData>> records(100000);
-    std::generate(records.begin(), records.end(), [] { return std::make_unique<SaveCommandData>(QString()); });
-    model.append(std::move(records));
-    const QSignalSpy spy(&model, &QAbstractItemModel::dataChanged);
-    for (int number = model.rowCount(); --number >= 0;) {
-        if (number != 50000) {
-            model.getRecord(number)->setStatus(CommandData::PROCESSING);
-            model.getRecord(number)->setStatus(CommandData::FINISHED);
-        }
-    }
-    QTRY_COMPARE(spy.size(), 2);
-    QCOMPARE(spy.at(0).at(1).toModelIndex().row(), 49999);
-    QCOMPARE(spy.at(1).at(0).toModelIndex().row(), 50001);
-    QCOMPARE(model.getCount(CommandData::FINISHED), 99999);
-}
-
-void QueueMonitorTest::writesStatusLegibly_data()
-{
-    QTest::addColumn<QPalette>("palette");
-
-    QTest::newRow("light") << QPalette(Qt::white);
-    QTest::newRow("dark") << QPalette(QColor(0x2a, 0x2e, 0x32));
-}
-
-void QueueMonitorTest::writesStatusLegibly()
-{
-    QFETCH(QPalette, palette);
-    for (int value = CommandData::QUEUEING; value <= CommandData::PAUSED; ++value) {
-        const auto status = static_cast<CommandData::Status>(value);
-        const QColor color = statusColor(status, palette);
-        QVERIFY2(contrast(color, palette.base().color()) >= 4.5, qPrintable(QString::number(value)));
-        QVERIFY2(contrast(color, statusBackground(status, palette)) >= 4.5, qPrintable(QString::number(value)));
-    }
-}
-
-void QueueMonitorTest::switchesLog()
-{
-    for (const bool enabled : {true, false}) {
-        press(Qt::Key_L, Qt::AltModifier);
-        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
-        QCOMPARE(monitorLog().isDebugEnabled(), enabled);
-    }
-}
-
-void QueueMonitorTest::keepsPlace()
-{
-    const QRect place(20, 30, 640, 320);
-    window->setGeometry(place);
-    QVERIFY(window->close());
-    QCOMPARE(QSettings().value("window/place").toString(), u"20,30,640,320"_s);
-    window = std::make_unique<MonitorWindow>();
-    QCOMPARE(window->geometry(), place);
-}
 
 QTEST_MAIN(QueueMonitorTest)
 #include "tst_queuemonitor.moc"
