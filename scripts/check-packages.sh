@@ -32,6 +32,7 @@ grep "^Tarnwick_DIR:PATH=$root/" "$build/client/CMakeCache.txt"
 cmake --build "$build/client"
 "$build/client/consumer"
 "$build/client/consumer-pkg-config"
+test -s "$root"/usr/share/gdb/auto-load/usr/lib/*/libTarnwick.so.*-gdb.py
 test -s "$root/usr/share/doc/libtarnwick-doc/tarnwick.qch"
 test -s "$root/usr/share/doc/libtarnwick-doc/html/index.html"
 ls "$build"/*.deb

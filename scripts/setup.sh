@@ -12,6 +12,7 @@ packages=(
     doxygen                                            # tests: checking the documentation
     spin                                               # tests: searching the model of the worker
     pkgconf                                            # tests: a client that finds the library by pkg-config
+    gdb                                                # tests: the printers for it
     libbenchmark-dev                                   # benchmarks
     "$@"
 )
