@@ -44,7 +44,14 @@ CommandQueueThread::CommandQueueThread(std::unique_ptr<CommandQueue> commandQueu
         this->commandQueue.get(), &CommandQueue::finishCommandAllowed, this, &CommandQueueThread::finishCommandAllowed);
 }
 
-CommandQueueThread::~CommandQueueThread() = default;
+CommandQueueThread::~CommandQueueThread()
+{
+    // QThread says the same, but only when the worker has lost the fields that it runs on, and the destructor of the
+    // condition would wait for a worker that sleeps.
+    if (isRunning()) {
+        qFatal("QThread: Destroyed while thread is still running");
+    }
+}
 
 CommandQueue &CommandQueueThread::getCommandQueue()
 {

@@ -54,7 +54,8 @@ public:
 
     /**
      * Neither stops the worker nor waits for it: the thread has to have ended, and every call on other threads, stop()
-     * among them, to have returned.
+     * among them, to have returned. While the thread runs, this ends the process by a fatal message, that of QThread. A
+     * worker that is never destroyed breaks off wherever it is when the process ends.
      */
     ~CommandQueueThread() override;
 
