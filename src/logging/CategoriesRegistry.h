@@ -90,7 +90,8 @@ public:
 
     /**
      * Returns the registry of the process, always the same object. The first call makes it, empty, on whatever thread;
-     * it lives until the process ends or unloads the library.
+     * it lives until the process ends or unloads the library. What uses it in the destructor of a static object calls
+     * this in the constructor, too, and so goes first.
      */
     static CategoriesRegistry &getInstance();
 

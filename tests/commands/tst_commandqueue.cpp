@@ -281,6 +281,26 @@ private Q_SLOTS:
         QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
     }
 
+    void messageHandlerMayUseWhatLogs()
+    {
+        TestQueue queue;
+        TestData record(u"A"_s);
+        bool locked = false;
+        static std::function<void()> use;
+        use = [&] {
+            locked = locked || queue.isLocked();
+            record.setErrorMessage(u"handled"_s); // to Qt's own handler, which steps in for one that is busy
+        };
+        const auto previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) { use(); });
+        queue.startNextCommand();
+        QCOMPARE(record.getErrorMessage(), u"handled"_s);
+        record.setErrorMessage(u"first"_s);
+        qInstallMessageHandler(previous);
+        QCOMPARE(record.getErrorMessage(), u"handled"_s);
+        QVERIFY(!locked);
+    }
+
     void nothingToStart()
     {
         TestQueue queue(nullptr);

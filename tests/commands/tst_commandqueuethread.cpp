@@ -126,6 +126,28 @@ private Q_SLOTS:
         QCOMPARE(worker.objectName(), u"CommandQueue"_s);
     }
 
+    void queuedSlotsGetTheRecordWhenAllElseIsGone()
+    {
+        Item item(u"A"_s);
+        QSemaphore destroyed;
+        item.command->destroyed = [&] { destroyed.release(); };
+        QObject receiver;
+        QStringList seen;
+        const auto note = [&](CommandData *data) { seen.append(data->getReference() + data->getStatusAsString()); };
+        {
+            Worker worker;
+            connect(&item.data, &CommandData::statusChanged, &receiver, note, Qt::QueuedConnection);
+            connect(&worker.queue, &CommandQueue::commandRemoved, &receiver, note);
+            connect(&worker.queue, &CommandQueue::commandFinished, &receiver, note);
+            worker.start();
+            worker.queue.addCommand(std::exchange(item.command, nullptr));
+            QVERIFY(destroyed.tryAcquire(1, patience));
+        }
+        QVERIFY(seen.isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(seen, QStringList(5, u"AFINISHED"_s));
+    }
+
     void addOnAnotherThreadCountsWhenTheCreatorsLoopRuns()
     {
         Item first(u"A"_s);

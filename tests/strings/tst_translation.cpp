@@ -1,8 +1,12 @@
 #include <strings/Translation.h>
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QTest>
 #include <QTranslator>
+
+#include <atomic>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +44,30 @@ private Q_SLOTS:
         const QList<QString> expectedList = {expected, u"?"_s, QString(), expected};
         QCOMPARE(strings::tr(utf8.constData(), keys), expectedList);
         QCOMPARE(strings::tr(context, keys), expectedList);
+    }
+
+    void translatorsComeAndGoMeanwhile()
+    {
+        QTranslator translator;
+        QVERIFY(translator.load(QStringLiteral(TRANSLATION_FILE)));
+        std::atomic<bool> done = false;
+        std::atomic<int> plain = 0;
+        std::atomic<int> translated = 0;
+        std::atomic<int> other = 0;
+        std::thread reader([&] {
+            while (!done) {
+                const QString text = strings::tr("Patient", u"Close"_s);
+                ++(text == u"Close" ? plain : text == u"Zu" ? translated : other);
+            }
+        });
+        const QDeadlineTimer deadline(20000);
+        for (int round = 0; (round < 1000 || !plain || !translated) && !deadline.hasExpired(); ++round) {
+            QCoreApplication::installTranslator(&translator);
+            QCoreApplication::removeTranslator(&translator);
+        }
+        done = true;
+        reader.join();
+        QVERIFY(plain && translated && !other);
     }
 };
 
