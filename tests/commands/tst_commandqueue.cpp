@@ -101,93 +101,6 @@ private Q_SLOTS:
         QVERIFY(scene.queue.currentCommand.isNull());
     }
 
-    void runWithError()
-    {
-        Scene scene;
-        scene.commandA->work = [](TestCommand &self) { self.setError(4); };
-        scene.addBoth();
-        scene.queue.process();
-        QCOMPARE(scene.log.lines().join(u'|'),
-            u"run begins A|A PROCESSING|A ERR|removed A|B PROCESSING|B FINISHED|removed B|run ends A"_s);
-        QCOMPARE(scene.commandA->calls.lines().join(u' '), u"execute error 4 finished?"_s);
-    }
-
-    void runStopsForUserAction()
-    {
-        Scene scene;
-        scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
-        scene.addBoth();
-        scene.queue.process();
-        scene.queue.process();
-        QCOMPARE(
-            scene.log.lines().join(u'|'), u"run begins A|awaiting A|run ends A|run begins A|awaiting A|run ends A"_s);
-        QVERIFY(scene.queue.isPaused());
-        QVERIFY(scene.queue.currentCommand.isNull());
-        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
-
-        scene.queue.cancelCommand(scene.commandA);
-        QVERIFY(scene.queue.isPaused());
-        scene.queue.process();
-        QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
-    }
-
-    void cancelDuringAwaitingUserActionOnlyMarks()
-    {
-        Scene scene;
-        scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
-        scene.addBoth();
-        connect(
-            &scene.queue, &CommandQueue::awaitingUserAction, this, [&] { scene.queue.cancelCommand(scene.commandA); });
-        scene.queue.process();
-        QVERIFY(scene.commandA->isCancelled());
-        QCOMPARE(scene.a.getStatus(), CommandData::REQUIRE_USER_ACTION);
-        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
-    }
-
-    void resultOfExecution_data()
-    {
-        QTest::addColumn<bool>("finished");
-        QTest::addColumn<bool>("cancelled");
-        QTest::addColumn<bool>("error");
-        QTest::addColumn<QString>("statuses");
-        QTest::addColumn<bool>("listed");
-        QTest::newRow("finished") << true << false << false << u"FINISHED"_s << false;
-        QTest::newRow("finished and cancelled") << true << true << false << u"FINISHED"_s << false;
-        QTest::newRow("error") << true << false << true << u"ERR"_s << false;
-        QTest::newRow("unfinished error") << false << false << true << u"ERR"_s << false;
-        QTest::newRow("cancelled error") << true << true << true << u"ERR A CANCELLED"_s << false;
-        QTest::newRow("cancelled") << false << true << false << u"CANCELLED"_s << false;
-        QTest::newRow("unfinished") << false << false << false << u"QUEUEING"_s << true;
-    }
-    void resultOfExecution()
-    {
-        QFETCH(const bool, cancelled);
-        QFETCH(const bool, error);
-        Scene scene;
-        scene.addBoth();
-        scene.commandA->work = [&](TestCommand &self) {
-            if (cancelled) {
-                scene.queue.cancelCommand(scene.commandA);
-                QCOMPARE(scene.a.getStatus(), CommandData::PROCESSING);
-            }
-            if (error) {
-                self.setError(1);
-            }
-            self.startable = false;
-        };
-        QFETCH(const bool, finished);
-        scene.commandA->finished = finished;
-        scene.queue.process();
-        QFETCH(const QString, statuses);
-        QFETCH(const bool, listed);
-        const QString removed = listed ? QString() : u"|removed A"_s;
-        QVERIFY2(scene.log.lines().join(u'|').startsWith(u"run begins A|A PROCESSING|A "_s
-                     + QString(statuses).replace(u" A "_s, u"|A "_s) + removed + u"|B PROCESSING"_s),
-            qPrintable(scene.log.lines().join(u'|')));
-        QCOMPARE(scene.commandA->calls.lines().count(u"finished?"_s), 1);
-        QCOMPARE(scene.listed(), listed ? QStringList{u"A"_s} : QStringList());
-    }
-
     void overriddenErrorHandlingRetries()
     {
         RetryQueue queue;
@@ -199,21 +112,6 @@ private Q_SLOTS:
         QCOMPARE(command->calls.lines().count(u"execute"_s), 3);
         QVERIFY(queue.getCommands().isEmpty());
         QCOMPARE(data.getStatus(), CommandData::ERR);
-    }
-
-    void commandCancelledWhileItGoesBackToWaitingLeaves()
-    {
-        Scene scene;
-        scene.commandA->finished = false;
-        scene.addBoth();
-        connect(&scene.a, &CommandData::statusChanged, this, [&](CommandData *data) {
-            if (data->getStatus() == CommandData::QUEUEING) {
-                scene.queue.cancelCommand(scene.commandA);
-            }
-        });
-        scene.queue.process();
-        QCOMPARE(scene.log.lines().mid(1, 4).join(u'|'), u"A PROCESSING|A QUEUEING|A CANCELLED|removed A"_s);
-        QCOMPARE(scene.commandA->calls.lines().count(u"execute"_s), 1);
     }
 
     void cancelWaiting()
@@ -248,37 +146,6 @@ private Q_SLOTS:
         QCOMPARE(scene.listed(), (QStringList{u"B"_s, u"A"_s, u"A"_s}));
         QCOMPARE(scene.a.getStatus(), CommandData::CANCELLED);
         QCOMPARE(twin.getStatus(), CommandData::QUEUEING);
-    }
-
-    void pauseAndGoOn()
-    {
-        Scene scene;
-        scene.addBoth();
-        scene.queue.pause();
-        QVERIFY(scene.queue.isPaused());
-        QVERIFY(!scene.queue.isActive());
-        scene.queue.startNextCommand();
-        QVERIFY(scene.log.lines().isEmpty());
-
-        scene.commandA->finished = false;
-        scene.commandA->work = [&](TestCommand &self) {
-            QVERIFY(scene.queue.isActive());
-            scene.queue.pause();
-            QVERIFY(self.isPaused());
-        };
-        scene.queue.process();
-        QCOMPARE(scene.log.lines().join(u'|'), u"run begins A|A PROCESSING|A QUEUEING|run ends A"_s);
-        QVERIFY(scene.queue.isPaused());
-        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
-
-        scene.commandA->startable = false;
-        scene.commandB->startable = false;
-        scene.queue.process();
-        QVERIFY(scene.queue.isPaused());
-        scene.commandB->startable = true;
-        scene.queue.process();
-        QVERIFY(!scene.queue.isPaused());
-        QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
     }
 
     void messageHandlerMayUseWhatLogs()
@@ -410,22 +277,6 @@ private Q_SLOTS:
         if (way == u"run") {
             QCOMPARE(scene.log.lines().mid(scene.log.lines().size() - 2).join(u'|'), u"run ends A|gone 0"_s);
         }
-    }
-
-    void slotsMayCallBack()
-    {
-        Scene scene;
-        scene.addBoth();
-        connect(&scene.queue, &CommandQueue::commandRemoved, this, [&](CommandData *data) {
-            if (data == &scene.a && scene.queue.hasCommand(scene.commandB.data())) {
-                scene.queue.cancelCommand(scene.commandB);
-                scene.queue.addCommand(scene.commandA);
-            }
-        });
-        scene.queue.process();
-        QCOMPARE(scene.b.getStatus(), CommandData::CANCELLED);
-        QCOMPARE(scene.commandA->calls.lines().count(u"execute"_s), 2);
-        QVERIFY(scene.queue.getCommands().isEmpty());
     }
 };
 

@@ -2,10 +2,6 @@
 
 #include <QTest>
 
-#include <gmp.h>
-
-#include <cstdlib>
-#include <random>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -15,70 +11,10 @@ class BaseConverterTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void againstGmp_data();
-    void againstGmp();
     void values_data();
     void values();
     void copies();
 };
-
-namespace {
-// Foreign bytes become zeros here, as GMP takes none.
-std::string convertByGmp(std::string value, int sourceBase, int targetBase)
-{
-    const std::string digits = sourceBase == 16 ? "0123456789abcdefABCDEF" : sourceBase == 10 ? "0123456789" : "01";
-    for (char &digit : value) {
-        digit = digits.find(digit) == std::string::npos ? '0' : digit;
-    }
-    mpz_t number;
-    mpz_init_set_str(number, ('0' + value).c_str(), sourceBase);
-    char *const text = mpz_get_str(nullptr, -targetBase, number); // a negative base gives upper case
-    const std::string result = text;
-    std::free(text);
-    mpz_clear(number);
-    return result;
-}
-} // namespace
-
-void BaseConverterTest::againstGmp_data()
-{
-    QTest::addColumn<const BaseConverter *>("converter");
-    QTest::addColumn<int>("sourceBase");
-    QTest::addColumn<int>("targetBase");
-
-    QTest::newRow("binary to decimal") << &BaseConverter::getBinaryToDecimalConverter() << 2 << 10;
-    QTest::newRow("decimal to binary") << &BaseConverter::getDecimalToBinaryConverter() << 10 << 2;
-    QTest::newRow("decimal to hexadecimal") << &BaseConverter::getDecimalToHexConverter() << 10 << 16;
-    QTest::newRow("hexadecimal to decimal") << &BaseConverter::getHexToDecimalConverter() << 16 << 10;
-}
-
-void BaseConverterTest::againstGmp()
-{
-    QFETCH(const BaseConverter *, converter);
-    QFETCH(int, sourceBase);
-    QFETCH(int, targetBase);
-
-    const std::string digits = converter->getSourceBaseSet();
-    QCOMPARE(digits, std::string("0123456789ABCDEF").substr(0, size_t(sourceBase)));
-    QCOMPARE(converter->getTargetBaseSet(), std::string("0123456789ABCDEF").substr(0, size_t(targetBase)));
-    QCOMPARE(converter->getSourceBase(), unsigned(sourceBase));
-    QCOMPARE(converter->getTargetBase(), unsigned(targetBase));
-
-    // All lengths around the chunks of 16, 19 and 64 digits, and a long one.
-    std::mt19937 random(42);
-    for (size_t length = 0; length <= 200; ++length) {
-        std::string plain(length < 200 ? length : 20000, '0');
-        std::string foreign = plain;
-        for (size_t i = 0; i < plain.size(); ++i) {
-            plain[i] = digits[random() % digits.size()];
-            foreign[i] = random() % 4 == 0 ? char(random() % 256) : plain[i];
-        }
-        const std::string greatest(length, digits.back());
-        for (const std::string &value : {plain, foreign, greatest, '1' + std::string(length, '\0')}) {
-            QCOMPARE(converter->convert(value), convertByGmp(value, sourceBase, targetBase));
-        }
-    }
-}
 
 void BaseConverterTest::values_data()
 {

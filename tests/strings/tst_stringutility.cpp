@@ -1,8 +1,5 @@
-#include "../LogRecorder.h"
-
 #include <strings/StringUtility.h>
 
-#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -58,45 +55,6 @@ private Q_SLOTS:
         QTEST(change(text), "expected");
     }
 
-    void everyCharacter()
-    {
-        const QRegularExpression notAlphanumeric(u"[^a-zA-Z0-9]"_s);
-        const QRegularExpression whiteSpaces(u"\\s+"_s);
-        int illegal = 0;
-        for (char32_t unit = 0; unit <= 0xffff; ++unit) {
-            const QChar character = QChar(unit);
-            QString text = u'x' + QString(2, character) + u"y "_s + character;
-            illegal += S::stringToSafeFileName(text).startsWith(u"x__y"_s) && character != u'_';
-            if (!character.isSurrogate()) { // where the expressions refuse the whole text
-                QCOMPARE(S::splitOnWhiteSpaces(text), text.split(whiteSpaces));
-                QCOMPARE(S::stripNonAlphanumeric(text), text.remove(notAlphanumeric));
-            }
-        }
-        QCOMPARE(illegal, 20);
-        QCOMPARE(S::splitOnWhiteSpaces(QChar(0xdc00) + u" \t"_s), QList<QString>({QChar(0xdc00), QString()}));
-        QCOMPARE(S::splitOnWhiteSpaces({}), QList<QString>({QString()}));
-    }
-
-    void patientName()
-    {
-        // Name, first name and last name.
-        const QString rows = u"John Doe|John|Doe/John|John|/John  R. Doe|John| R. Doe/ John||John/John |John|/"
-                             "John\tDoe|John\tDoe|/||"_s;
-        for (const QString &rowText : rows.split(u'/')) {
-            const QList<QString> row = rowText.split(u'|');
-            QString first = u"old"_s;
-            QString last = u"old"_s;
-            S::patientNameToFirstLastName(row.at(0), first, last);
-            QCOMPARE(QList<QString>({row.at(0), first, last}), row);
-            first = row.at(0);
-            S::patientNameToFirstLastName(first, first, last);
-            QCOMPARE(QList<QString>({row.at(0), first, last}), row);
-            last = row.at(0);
-            S::patientNameToFirstLastName(last, first, last);
-            QCOMPARE(QList<QString>({row.at(0), first, last}), row);
-        }
-    }
-
     void initials_data()
     {
         QTest::addColumn<QString>("initial");
@@ -119,55 +77,6 @@ private Q_SLOTS:
         QCOMPARE(S::getPatientInitials(initial + rest, u"John"_s), u'J' + initial);
         QCOMPARE(S::getPatientInitials(u"Doe"_s, initial + rest), initial + u'D');
         QCOMPARE(S::makeFirstCharacterOfPartsUpperCase({u""_s, u"john"_s, u""_s, u"DOE"_s, u""_s}), u"John  Doe"_s);
-    }
-
-    void savedMap_data()
-    {
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("core 1.2.3 | ui 2.0") << u"core=1.2.3 ui=2.0 "_s;
-        QTest::newRow("ui 2| \tcore 1.2 ") << u"core=1.2 ui=2 "_s;
-        QTest::newRow("core 1.0 | core 2.0") << u"core=2.0 "_s;
-        QTest::newRow("core abc|a\tb 1.2abc") << u"a\tb=1.2 core= "_s;
-        for (const QString &refused :
-            u"/core/core 1 2/core  1.2/core 1.2 | /| core 1/a 1 || b 2/core\t1/a 1|\"\n\\"_s.split(u'/')) {
-            QTest::newRow(qPrintable(refused)) << QString();
-        }
-    }
-
-    void savedMap()
-    {
-        QFETCH(QString, expected);
-        const QString text = QString::fromLatin1(QTest::currentDataTag());
-        const LogRecorder log;
-        const auto map = S::saveableUIStringToMap(text);
-        if (expected.isNull()) {
-            QString quoted;
-            QDebug(&quoted) << text;
-            QVERIFY(!map.hasValue());
-            QCOMPARE(log.getLines(),
-                QStringList(u"1 default Corrupt string for stringToMap: stringMap ( "_s + quoted.trimmed() + u" )"_s));
-            return;
-        }
-        QVERIFY(log.getLines().isEmpty());
-        QString written;
-        for (auto it = map.getValue().cbegin(); it != map.getValue().cend(); ++it) {
-            written += it.key() + u'=' + it.value().toString() + u' ';
-        }
-        QCOMPARE(written, expected);
-    }
-
-    void versionNumbers()
-    {
-        // Text, major and minor number.
-        const QString rows = u"1.2|1|2/12|-1|-1/|-1|-1/ 10 .-2.x|10|-2/1.|1|0/.5|0|5/1.2-beta|1|0/010.0x1|10|0/"
-                             "99999999999.1|0|1"_s;
-        for (const QString &row : rows.split(u'/')) {
-            const QString text = row.section(u'|', 0, 0);
-            int majorNumber = 7;
-            int minorNumber = 7;
-            S::versionStringTo2Numbers(text, majorNumber, minorNumber);
-            QCOMPARE(u"%1|%2|%3"_s.arg(text).arg(majorNumber).arg(minorNumber), row);
-        }
     }
 };
 

@@ -1,0 +1,206 @@
+// Aims at: src/conversions
+#include "../../benchmarks/PlainConversions.h"
+#include "../LogRecorder.h"
+#include "Fuzz.h"
+
+#include <conversions/StringConversions.h>
+
+#include <QDataStream>
+#include <QVariant>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+
+// Readers and writers of all forms, against the plain sequences of calls to Qt; values by their bits.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Own = StringConversions;
+using Form = std::function<void(Input &)>;
+
+QString makeNumber(Input &input)
+{
+    switch (input.below(4)) {
+    case 0:
+        return QString::number(input.integer<qint64>() >> input.below(64));
+    case 1:
+        return QString::number(input.real(), "gfe"[input.below(3)], input.below(22) - 1);
+    default:
+        QString jumble(input.oneIn(2) ? 2 : input.below(40), u'0');
+        std::generate(jumble.begin(), jumble.end(), [&input] { return u"0123456789.-e+"[input.below(14)]; });
+        return jumble;
+    }
+}
+
+/** Returns what may stand in a field: a number most of the time, or pieces that readers like to get wrong. */
+QString makeField(Input &input)
+{
+    static const QStringList pieces = QStringLiteral(
+        "|\t|\u00a0|\u3000|\ufeff|\n|+|-|\u2212|+5|--5|0x10|0b1|010|1,000|1_000|1.|.5|.|1.e5|1e|e5|1E5|1e+5|1e-05|1e5."
+        "0|1-2|\u0661\u0662|\uff11|\u0967|nan|-nan|inf|-inf|infinity|NaN|2147483647|-2147483648|2147483648|"
+        "18446744073709551617|1e999|-1e999|1e-999|4.9e-324|2.4703282292062327e-324|3.4028235677973366e38|3.40282356e38|"
+        "1e39|-1e-46|1.4e-45|0e999|1.00000017881393421514957253748434595763683319091796875001|-0|x|true|TRUE|1")
+                                          .split(u'|');
+    const QString number = makeNumber(input);
+    return input.oneIn(8) ? input.text(pieces)
+        : input.oneIn(3)  ? input.oneOf(pieces) + (input.oneIn(2) ? number : QString())
+        : input.oneIn(8)  ? number + input.oneOf(pieces)
+                          : number;
+}
+
+/** Returns a text of fields, often as many as @p wanted, with a separator too many now and then. */
+QString makeText(Input &input, QChar separator, int wanted)
+{
+    QString text = makeField(input);
+    for (int count = input.oneIn(4) ? input.below(wanted + 3) : wanted - 1; count > 0; --count) {
+        text += QString(input.oneIn(20) ? 2 : 1, separator) + makeField(input);
+    }
+    return text;
+}
+
+template <typename T>
+QByteArray bitsOf(const T &value)
+{
+    QByteArray bits;
+    QDataStream stream(&bits, QDataStream::WriteOnly);
+    stream << value;
+    return bits;
+}
+
+QByteArray bitsOf(const std::vector<int> &values)
+{
+    return bitsOf(QList<int>(values.begin(), values.end()));
+}
+
+template <typename OwnRead, typename PlainRead>
+Form reader(QChar separator, int wanted, OwnRead own, PlainRead plainly)
+{
+    return [=](Input &input) {
+        const QString text = makeText(input, separator, wanted);
+        check(bitsOf(own(text)), bitsOf(plainly(text)), text);
+    };
+}
+
+/** Stops the edges at the ends of the range of int, where the plain sequence would overflow. */
+QRect readRectPlainly(const QString &text)
+{
+    const QStringList fields = text.split(u',');
+    const auto getEdge = [&fields](int index) {
+        const qint64 edge = qint64(fields[index].toInt()) + fields[index + 2].toInt() - 1;
+        return int(std::clamp<qint64>(edge, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+    };
+    return fields.size() < 4 ? QRect()
+                             : QRect(QPoint(fields[0].toInt(), fields[1].toInt()), QPoint(getEdge(0), getEdge(1)));
+}
+
+void checkMatrixReaders(Input &input)
+{
+    const QString text = makeText(input, u';', 16);
+    const auto expected = plain::stringToQMatrix4x4Safe(text, u';');
+    check(Own::stringToQMatrix4x4Safe(text, u';').hasValue(), expected.has_value(), text);
+    check(bitsOf(Own::stringToQMatrix4x4(text, u';')), bitsOf(expected.value_or(QMatrix4x4())), text);
+}
+
+void checkScalars(Input &input)
+{
+    const QString text = makeField(input);
+    const auto number = input.integer<int>();
+    bool isNumber = false;
+    const int read = text.toInt(&isNumber);
+    const bool isTrue = text.toLower() == u"true"_s || text == u"1"_s;
+    check(Own::stringToInt(text, number), isNumber ? read : number, text);
+    check(Own::boolToString(Own::stringToBool(text)), isTrue ? u"true"_s : u"false"_s, text);
+    check(Own::intToString(number), QVariant(number).toString(), text);
+    const auto address = input.integer<quintptr>();
+    const QString pointer = u"0x"_s + QString::number(address, 16).rightJustified(16, u'0');
+    check(Own::ptrToString(reinterpret_cast<const void *>(address)), pointer, text);
+    const QKeySequence keys(number, input.integer<int>());
+    const QString suffix = QString(u" ("_s) + keys.toString(QKeySequence::NativeText) + u')';
+    check(Own::qkeySequencesToAppendableString({keys, keys}), suffix, text);
+}
+
+void checkIntegerWriters(Input &input)
+{
+    std::vector<int> values(std::size_t(input.below(100)) + 4);
+    std::generate(values.begin(), values.end(), [&input] { return input.integer<int>() >> input.below(32); });
+    const QRect rect(values[0] / 2, values[1] / 2, values[2] / 2, values[3] / 2);
+    const QString list = plain::toString(values.data(), int(values.size()));
+    check(Own::integerArrayToString(values), list);
+    check(Own::qpointToString(rect.topLeft()), plain::qpointToString(rect.topLeft()), list);
+    check(Own::qSizeToString(rect.size()), plain::qSizeToString(rect.size()), list);
+    check(Own::rectToString(rect), plain::rectToString(rect), list);
+}
+
+void checkRealWriters(Input &input)
+{
+    const int precision = input.oneIn(50) ? input.below(256) - 150 : input.below(21) - 1;
+    const bool fixed = input.oneIn(2);
+    const double a = input.real();
+    const double b = input.real();
+    const QList<double> values = {a, b, double(precision), double(fixed)};
+    const auto [x, y] = std::pair(float(a), float(b));
+    const std::vector<QPointF> path(std::size_t(input.below(8)), QPointF(a, b));
+    const QVector3D vector(x, y, -x);
+    const QMatrix4x4 matrix(x, y, -x, 0, 1, -y, 0, 0, -1, 0.5, x, y, 0, 0, 0, 1);
+    const QTransform transform(a, b, 0, -a, -b, 0, a, b, 1);
+    check(Own::qpointfToString({a, b}, precision), plain::qpointfToString({a, b}, precision), values);
+    check(Own::qpointfVectorToString(path, precision), plain::qpointfVectorToString(path, precision), values);
+    check(Own::qSizeFToString({a, b}), plain::qSizeFToString({a, b}), values);
+    check(Own::vector2DToString({x, y}, precision, fixed), plain::vector2DToString({x, y}, precision, fixed), values);
+    check(Own::vector3DToString(vector, precision, fixed), plain::vector3DToString(vector, precision, fixed), values);
+    check(Own::matrix4x4ToString(matrix, u','), plain::matrix4x4ToString(matrix, u','), values);
+    check(Own::transformToString(transform), plain::transformToString(transform), values);
+}
+
+void checkMaps(Input &input)
+{
+    static const QStringList pieces =
+        u" . | .|.||.core .ui .a 1.b 2.  7.\t.\n.\u00a0.\u2003.\ufeff.1abc.\u0661.\u00e9.\"."_s.split(u'.')
+        + u"1.2.3 | 2.0|1.-2|2147483648.|.5|1."_s.split(u'|');
+    QMap<QString, QVersionNumber> versions;
+    QMap<QString, QString> texts;
+    for (int count = input.below(4); count > 0; --count) {
+        const QString key = input.text(pieces, 6);
+        texts[key] = key.repeated(input.oneIn(4) ? input.below(256) : 1);
+        versions[key] = QVersionNumber(QList<int>(input.below(9), input.integer<int>() >> input.below(32)));
+    }
+    check(Own::mapToString(texts), plain::mapToString(texts));
+    check(Own::mapToString(versions), plain::mapToString(versions));
+
+    const QString text = input.text(pieces, 20);
+    const auto expected = plain::stringToStringVersionMap(text);
+    const QString warning = u"1 default invalid version format (%1)"_s.arg(QDebug::toString(text));
+    const LogRecorder log;
+    const auto map = Own::stringToStringVersionMap(text);
+    check(map.hasValue() ? map.getValue() : decltype(versions)(), expected.value_or(decltype(versions)()), text);
+    check(log.getLines().join(u'\n'), expected ? QString() : warning, text);
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const auto readFloat = [](const QString &text) { return Own::stringToFloat(text, 'e'); };
+    static const auto readFloatPlainly = [](const QString &text) { return plain::stringToFloat(text, 'e'); };
+    static const Form forms[] = {&checkScalars,
+        &checkIntegerWriters,
+        &checkRealWriters,
+        &checkMaps,
+        &checkMatrixReaders,
+        reader(u'e', 2, readFloat, readFloatPlainly),
+        reader(u' ', 8, &Own::stringToIntegerArray, &plain::stringToIntegerArray),
+        reader(u' ', 2, &Own::stringToQPoint, &plain::stringToQPoint),
+        reader(u' ', 2, &Own::stringToQPointF, &plain::stringToQPointF),
+        reader(u' ', 2, &Own::stringToQSize, &plain::stringToQSize),
+        reader(u' ', 2, &Own::stringToQSizeF, &plain::stringToQSizeF),
+        reader(u',', 4, &Own::stringToRect, &readRectPlainly),
+        reader(u' ', 2, &Own::stringToVector2D, &plain::stringToVector2D),
+        reader(u' ', 3, &Own::stringToVector3D, &plain::stringToVector3D),
+        reader(u' ', 9, &Own::stringToQTransform, &plain::stringToQTransform)};
+    Input input(data, size);
+    input.oneOf(forms)(input);
+    return 0;
+}
