@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Runs each target of tests/fuzz with libFuzzer, under the address and undefined behaviour sanitizers and from its small
+# corpus, and tells how much it has covered of the code that it aims at. Any finding is a failure: its input then lies in
+# build/fuzz/findings, and belongs into tests/fuzz/corpus and, as a row, into a test.
+# usage: scripts/fuzz.sh SECONDS   for each target
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+seconds=$1
+build=build/fuzz
+scripts/setup.sh clang-14 libclang-rt-14-dev llvm-14
+cmake -S . -B "$build" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DCMAKE_CXX_FLAGS="-fprofile-instr-generate -fcoverage-mapping -D_GLIBCXX_ASSERTIONS -DQT_FORCE_ASSERTS" \
+    -DTARNWICK_SANITIZE=address,undefined,fuzzer-no-link -DTARNWICK_BUILD_EXAMPLES=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
+cmake --build "$build" --target fuzz
+
+rm -rf "$build/work"
+mkdir -p "$build/findings"
+export QT_QPA_PLATFORM=offscreen
+failed=0
+for corpus in tests/fuzz/corpus/*; do
+    target=$(basename "$corpus")
+    work=$build/work/$target
+    mkdir -p "$work/corpus"
+    echo "== $target"
+    # %m: the program and the library write one profile each.
+    if ! LLVM_PROFILE_FILE="$work/%m.profraw" "$build/tests/fuzz_$target" -max_total_time="$seconds" -timeout=30 \
+        -print_final_stats=1 -artifact_prefix="$build/findings/$target-" "$work/corpus" "$corpus" >"$work/log" 2>&1; then
+        tail -n 50 "$work/log"
+        failed=1
+        continue
+    fi
+    awk '/^stat::number_of_executed_units/ { runs = $2 } /^stat::average_exec_per_sec/ { print runs " runs, " $2 " in a second" }' \
+        "$work/log"
+    read -ra aims <<<"$(sed -n 's|^// Aims at: ||p' "tests/fuzz/fuzz_$target.cpp")"
+    llvm-profdata-14 merge -o "$work/profile" "$work"/*.profraw
+    llvm-cov-14 report "$build/src/libTarnwick.so" -instr-profile="$work/profile" "${aims[@]}" |
+        awk '/%/ { sub(/.*\//, "", $1); print "lines covered of " $1 ": " $10 }'
+done
+exit "$failed"
