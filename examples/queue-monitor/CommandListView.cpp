@@ -16,6 +16,7 @@ CommandListView::CommandListView(QWidget *parent)
 void CommandListView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles)
 {
     // QListView would measure every row again, in case that one has another height now; here none ever has.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
 }
 

@@ -72,8 +72,8 @@ void QueueController::saveDigests(const QString &target)
 {
     std::vector<const DigestCommandData *> digests;
     for (int row = 0; row < model.rowCount(); ++row) {
-        if (const auto *const digest = qobject_cast<const DigestCommandData *>(model.getRecord(row))) {
-            digests.push_back(digest);
+        if (const auto *const record = qobject_cast<const DigestCommandData *>(model.getRecord(row))) {
+            digests.push_back(record);
         }
     }
     auto record = std::make_unique<SaveCommandData>(target);

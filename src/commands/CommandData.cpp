@@ -75,6 +75,7 @@ void CommandData::setErrorMessage(QString errorMessage)
         this->errorMessage = errorMessage;
     }
     // Chained on purpose: what the description brings in the way of place markers is substituted, too.
+    // clazy:excludeall=qstring-arg
     QString text = u"CommandData failed: Error for: %1, error message: %2"_s.arg(getDescription()).arg(errorMessage);
     if (const int code = getErrorCode(); code != 0) {
         text += u", error code %1"_s.arg(code);

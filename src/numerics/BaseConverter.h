@@ -19,9 +19,9 @@ class QString;
  *
  * A copy converts in the same way and owns its alphabets; one that was moved from can only be assigned to or destroyed.
  *
- * Threads: the four functions may be called on any thread, and any number of threads may use one converter at once. Their
- * converters live until the process ends or unloads the library. What uses one in the destructor of a static object gets
- * it in the constructor, too, and so goes first.
+ * Threads: the four functions may be called on any thread, and any number of threads may use one converter at once.
+ * Their converters live until the process ends or unloads the library. What uses one in the destructor of a static
+ * object gets it in the constructor, too, and so goes first.
  */
 class TARNWICK_EXPORT BaseConverter
 {

@@ -233,7 +233,7 @@ public:
     {
     }
 
-    bool run() const { return first.getHash() == second.getHash() && areEqual({{0, 0}}); }
+    bool isEqual() const { return first.getHash() == second.getHash() && areEqual({{0, 0}}); }
 
 private:
     using Container = Tree::Container;
@@ -353,7 +353,7 @@ bool json::compare(const QJsonDocument &first, const QJsonDocument &second)
     const Tree left(first, LargeIntegers::Exactly);
     const Tree right(second, LargeIntegers::Exactly);
     if (!left.holdsBlurringDouble() && !right.holdsBlurringDouble()) {
-        return Comparison(left, right).run();
+        return Comparison(left, right).isEqual();
     }
-    return Comparison(Tree(first, LargeIntegers::AsDoubles), Tree(second, LargeIntegers::AsDoubles)).run();
+    return Comparison(Tree(first, LargeIntegers::AsDoubles), Tree(second, LargeIntegers::AsDoubles)).isEqual();
 }
