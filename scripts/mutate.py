@@ -201,7 +201,7 @@ def must(command, **options):
 class Project:
     """The copy of the checkout, its build, and how each object and program of it is made."""
 
-    def __init__(self):
+    def __init__(self, files):
         self.copy_sources()
         must(
             ["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DTARNWICK_BUILD_EXAMPLES=OFF"]
@@ -210,33 +210,43 @@ class Project:
             + ["-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=gold", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=gold"]
         )
         must(["cmake", "--build", BUILD, "-j", str(os.cpu_count())])
-        commands = json.loads((BUILD / "compile_commands.json").read_text())
-        self.compile = {entry["file"]: entry["command"] for entry in commands}
+        compiled = json.loads((BUILD / "compile_commands.json").read_text())
+        self.compile = {entry["file"]: entry["command"] for entry in compiled}
         self.object = {file: re.search(r" -o (\S+)", command)[1] for file, command in self.compile.items()}
-        sources = sorted(TREE.glob("tests/*/tst_*.cpp"))
-        self.tests = {path.stem: path for path in sources if (BUILD / "tests" / path.stem).exists()}
+        listed = json.loads(must(["ctest", "--test-dir", BUILD, "--show-only=json-v1"]))["tests"]
+        commands = {test["name"]: test["command"] for test in listed}
+        self.tests = {test: command for test, command in commands.items() if command[0] == f"{BUILD}/tests/{test}"}
+        self.sources = {path.stem: path for path in TREE.glob("tests/*/*.cpp")}
         self.library_sources = [path for path in self.compile if path.startswith(f"{TREE}/src/")]
         self.link = {name: self.link_command(name) for name in ["Tarnwick", *self.tests]}
         self.includers = collections.defaultdict(set)
         for block in must(["ninja", "-C", BUILD, "-t", "deps"]).split("\n\n"):
-            files = re.findall(r"^    (.*)$", block, re.M)
-            for file in files[1:]:
-                self.includers[os.path.normpath(BUILD / file)].add(files[0])
+            source, *included = re.findall(r"^    (.*)$", block, re.M) or [""]
+            for file in included:
+                self.includers[os.path.normpath(BUILD / file)].add(source)
+        affected = {source for file in files for source in self.affected(file)} & set(self.library_sources)
         with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-            list(pool.map(self.precompile, self.library_sources))
+            list(pool.map(self.precompile, affected))
+
+    def affected(self, file):
+        """Returns the sources to compile anew when a file has changed."""
+        copy = str(TREE / file)
+        return [copy] if copy in self.compile else sorted(self.includers[copy])
 
     def precompile(self, source):
         """Compiles what a source includes of Qt and the standard library, and has that read by its compilation."""
         headers = [file for file in self.includers if source in self.includers[file] and file.startswith(str(TREE))]
-        lines = {line for file in [source, *headers] for line in re.findall(r"^#include <.*>$", pathlib.Path(file).read_text(), re.M)}
+        texts = "\n".join(pathlib.Path(file).read_text() for file in [source, *headers])
         header = WORK / "precompiled" / f"{pathlib.Path(source).stem}.h"
-        text = "".join(f"{line}\n" for line in sorted(lines))
-        options = f" -include {header} -MD "
-        if not header.exists() or header.read_text() != text or not header.with_suffix(".h.gch").exists():
+        includes = sorted(set(re.findall(r"^#include <.*>$", texts, re.M)))
+        text = "\n".join([f"// {self.compile[source]}", *includes, ""])
+        precompiled = header.with_suffix(".h.gch")
+        flags, _, rest = self.compile[source].partition(" -o ")
+        if not precompiled.exists() or header.read_text() != text:
             header.parent.mkdir(exist_ok=True)
             header.write_text(text)
-            must(re.sub(r" -MD .*", f" -x c++-header -o {header}.gch {header}", self.compile[source]), cwd=BUILD)
-        self.compile[source] = self.compile[source].replace(" -MD ", options)
+            must(f"{flags} -x c++-header -o {precompiled} {header}", cwd=BUILD)
+        self.compile[source] = f"{flags} -include {header} -o {rest}"
 
     def copy_sources(self):
         listed = must(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"]).split("\0")
@@ -256,23 +266,24 @@ class Project:
 
     def tests_for(self, file):
         """Returns the tests, those of the file's class first, then those of its subsystem, the fast ones ahead."""
-        subsystem, name = pathlib.Path(file).parts[1], pathlib.Path(file).stem.lower()
+        name = pathlib.Path(file).stem.lower()
 
         def rank(test):
-            own = test == f"tst_{name}" or test.startswith(f"tst_{name}_")
-            return (not own, self.tests[test].parent.name != subsystem, self.seconds[test])
+            own = test.split("_")[1] in name
+            return (not own, not self.is_of_subsystem(test, file), self.seconds[test])
 
         return sorted(self.tests, key=rank)
 
     def is_of_subsystem(self, test, file):
-        return self.tests[test].parent.name == pathlib.Path(file).parts[1]
+        subsystem, name = pathlib.Path(file).parts[1], pathlib.Path(file).stem.lower()
+        return self.sources[test].parent.name == subsystem or test.split("_")[1] in (subsystem, name)
 
     def time_tests(self):
         """Passes all tests without a fault, which also tells how long each may take."""
         self.seconds = {}
         for test in self.tests:
             start = time.monotonic()
-            failures = run_test(BUILD / "tests" / test, BUILD / "src", 300, False)
+            failures = run_test(self.tests[test], BUILD / "src", 300, False)
             self.seconds[test] = time.monotonic() - start
             if failures:
                 raise SystemExit(f"mutate: {test} fails without a fault: {failures}")
@@ -286,7 +297,6 @@ class Bench:
         self.folder = WORK / f"bench{number}"
         shutil.rmtree(self.folder, ignore_errors=True)
         shutil.copytree(TREE / "src", self.folder / "src")
-        self.originals = {}
 
     def build_object(self, source, name):
         """Compiles a source of the copy, with the library's sources of this bench; returns the object, or None.
@@ -307,22 +317,16 @@ class Bench:
         command = re.sub(r" -o \S+", f" -o {self.folder / product}", command)
         return sh(command, cwd=BUILD).returncode == 0
 
-    def original(self, source):
-        if source not in self.originals:
-            self.originals[source] = self.build_object(source, "original.o").read_bytes()
-        return self.originals[source]
+    def is_changed(self, source, built):
+        return built.read_bytes() != (BUILD / self.project.object[source]).read_bytes()
 
     def try_mutant(self, mutant, everything):
         file = self.folder / mutant.file
-        copy = str(TREE / mutant.file)
-        affected = [copy] if mutant.file.endswith(".cpp") else sorted(self.project.includers[copy])
-        for source in affected:
-            self.original(source)
         try:
             file.write_text(mutant.text)
-            mutant.outcome = self.outcome(mutant, affected, everything)
+            mutant.outcome = self.outcome(mutant, self.project.affected(mutant.file), everything)
         finally:
-            shutil.copy(copy, file)
+            shutil.copy(TREE / mutant.file, file)
 
     def outcome(self, mutant, affected, everything):
         objects = {}
@@ -330,14 +334,14 @@ class Bench:
             objects[source] = self.build_object(source, f"{number}.o")
             if not objects[source]:
                 return "invalid"
-        differs = any(built.read_bytes() != self.original(source) for source, built in objects.items())
+        differs = any(self.is_changed(source, built) for source, built in objects.items())
         if differs and not self.build_program("Tarnwick", "libTarnwick.so.1", objects):
             return "invalid"
         if not differs:
             shutil.copy(BUILD / "src/libTarnwick.so.1", self.folder / "libTarnwick.so.1")
         for test in self.project.tests_for(mutant.file):
-            program = BUILD / "tests" / test
-            source = str(self.project.tests[test])
+            command = self.project.tests[test]
+            source = str(self.project.sources[test])
             if everything and mutant.failures and not self.project.is_of_subsystem(test, mutant.file):
                 break
             if source in affected:
@@ -347,41 +351,42 @@ class Bench:
                     break
                 if not built or not self.build_program(test, test, {source: built}):
                     return "invalid"
-                if not differs and built.read_bytes() == self.original(source):
+                if not differs and not self.is_changed(source, built):
                     continue
-                program = self.folder / test
+                command = [self.folder / test, *command[1:]]
             elif not differs:
                 continue
-            mutant.failures += [f"{test}:{failure}" for failure in self.run(test, program, everything)]
+            mutant.failures += [f"{test}:{failure}" for failure in self.run(test, command, everything)]
             if mutant.failures and not everything:
                 break
-            differs = differs or program.parent == self.folder
+            differs = differs or source in affected
         if mutant.failures:
             return "caught"
         return "survived" if differs else "same"
 
-    def run(self, test, program, everything):
+    def run(self, test, command, everything):
         """What fails late, by a hang or a deadline, may be the fault of a busy machine: it has to fail twice."""
         normal = self.project.seconds[test]
         failures = []
         for _ in range(2):
             start = time.monotonic()
-            failures = run_test(program, self.folder, 15 + 10 * normal, not everything)
+            failures = run_test(command, self.folder, 15 + 10 * normal, not everything)
             if not failures or time.monotonic() - start < 2 + normal:
                 break
         return failures
 
 
-def run_test(program, library, limit, stop_early):
+def run_test(command, library, limit, stop_early):
     """Returns the functions that failed, "crash" or "hang"; or an empty list."""
 
     def limits():
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
+        resource.setrlimit(resource.RLIMIT_CPU, (int(limit), int(limit)))
 
     variables = {"LD_LIBRARY_PATH": str(library), "QT_QPA_PLATFORM": "offscreen"}
     process = subprocess.Popen(
-        [program, "-nocrashhandler"],
+        command + ["-nocrashhandler"] if "/tst_" in str(command[0]) else command,
         env=os.environ | variables,
         stdout=subprocess.PIPE,
         stderr=subprocess.STDOUT,
@@ -429,7 +434,7 @@ def main():
         if listed[0] in map(str, files):
             print(f"mutate: listed as equivalent, but not found: {' | '.join(listed)}")
     mutants = mutants[:: options.every]
-    project = Project()
+    project = Project({mutant.file for mutant in mutants})
     project.time_tests()
 
     benches = queue.Queue()

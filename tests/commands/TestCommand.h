@@ -144,6 +144,7 @@ class TestQueue : public CommandQueue
 public:
     using CommandQueue::CommandQueue;
     using CommandQueue::currentCommand;
+    using CommandQueue::getNextCommandThatCanBeStarted;
     using CommandQueue::removeCommand;
     using CommandQueue::startNextCommand;
 

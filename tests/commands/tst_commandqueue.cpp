@@ -12,15 +12,20 @@ using TestCommandPointer = QSharedPointer<TestCommand>;
 class RetryQueue : public TestQueue
 {
 public:
-    int retries = 0;
+    int retries = -1; // errors are handled as by default
 
 protected:
     void handleCommandInError() override
     {
+        if (retries < 0) {
+            TestQueue::handleCommandInError();
+            return;
+        }
         const QMutexLocker lock(&mutex);
-        if (retries-- == 0) {
+        if (retries == 0) {
             removeCommand(currentCommand);
         }
+        --retries;
         currentCommand.clear();
     }
 };
@@ -129,6 +134,14 @@ private Q_SLOTS:
         QCOMPARE(scene.log.lines().last(), u"removed A"_s);
         QCOMPARE(scene.log.lines().size(), 4);
         QCOMPARE(scene.listed(), QStringList{u"B"_s});
+
+        TestData c(u"C"_s);
+        for (const TestCommandPointer &command :
+            {scene.commandA, TestCommandPointer::create(&c), scene.commandB, scene.commandA}) {
+            scene.queue.addCommand(command);
+        }
+        scene.queue.cancelCommand(scene.commandA);
+        QCOMPARE(scene.listed(), (QStringList{u"B"_s, u"C"_s, u"B"_s, u"A"_s}));
     }
 
     void equalReferencesAndEntries()
@@ -144,6 +157,7 @@ private Q_SLOTS:
         scene.queue.addCommand(twinCommand);
         scene.queue.cancelCommandByReference(u"A"_s);
         QCOMPARE(scene.listed(), (QStringList{u"B"_s, u"A"_s, u"A"_s}));
+        QVERIFY(scene.queue.getNextCommandThatCanBeStarted() == scene.commandB);
         QCOMPARE(scene.a.getStatus(), CommandData::CANCELLED);
         QCOMPARE(twin.getStatus(), CommandData::QUEUEING);
     }
@@ -174,7 +188,7 @@ private Q_SLOTS:
         Log log;
         log.follow(&queue, {});
         queue.process();
-        QVERIFY(log.lines().isEmpty());
+        QVERIFY(log.lines().isEmpty() && queue.getNextCommandThatCanBeStarted().isNull());
         QTest::ignoreMessage(QtWarningMsg, "there are no commands left to process");
         queue.startNextCommand();
         QVERIFY(!queue.isProcessing());
@@ -228,6 +242,7 @@ private Q_SLOTS:
         queue.addCommand(scene.commandA);
         queue.process();
         scene.b.setStatus(CommandData::REQUIRE_USER_ACTION);
+        scene.commandB->lookHook = [&] { note(u"look"_s); };
         scene.commandB->cancelHook = [&] { note(u"cancel"_s); };
         queue.addCommand(scene.commandB);
         queue.process();
@@ -235,7 +250,8 @@ private Q_SLOTS:
         QCOMPARE(scene.log.lines().join(u'|'),
             u"A QUEUEING unlocked|added locked|begins unlocked processing|A PROCESSING unlocked processing|"
             "work unlocked processing|A FINISHED unlocked processing|removed locked processing|ends unlocked|"
-            "B REQUIRE_USER_ACTION unlocked|added locked|begins unlocked processing|awaiting locked processing|"
+            "B REQUIRE_USER_ACTION unlocked|added locked|look locked|begins unlocked processing|"
+            "look locked processing|look locked processing|awaiting locked processing|look locked|"
             "ends unlocked|cancel locked|B CANCELLED locked|removed locked"_s);
     }
 
@@ -247,7 +263,8 @@ private Q_SLOTS:
         QTest::newRow("cancelled while asked whether it can start") << u"asked"_s;
         QTest::newRow("left behind by an error handler") << u"left behind"_s;
         QTest::newRow("left behind, then user action") << u"left behind, user action"_s;
-        QTest::newRow("error handler that clears under the mutex") << u"error"_s;
+        QTest::newRow("error") << u"error"_s;
+        QTest::newRow("error handler that clears under the mutex") << u"error handler"_s;
     }
     void lastReferenceGoesWithoutTheMutex()
     {
@@ -258,7 +275,8 @@ private Q_SLOTS:
         if (way == u"asked") {
             scene.commandA->startable = false;
             scene.commandA->lookHook = [&] { scene.queue.cancelCommandByReference(u"A"_s); };
-        } else if (way == u"error") {
+        } else if (way.startsWith(u"error")) {
+            scene.queue.retries = way == u"error" ? -1 : 0;
             scene.commandA->work = [](TestCommand &self) { self.setError(1); };
         } else if (way.startsWith(u"left behind")) {
             scene.queue.currentCommand = scene.commandA;

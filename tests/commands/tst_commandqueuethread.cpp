@@ -280,6 +280,7 @@ private Q_SLOTS:
         worker.queue.addCommand(first.command);
         worker.start();
         QVERIFY(gate.waitForArrival());
+        worker.queue.pause();
         worker.queue.addCommand(second.command);
         worker.queue.pause();
         worker.restart();
@@ -378,7 +379,10 @@ private Q_SLOTS:
         gate.release();
         QVERIFY(worker.wait(patience));
         QTEST(items[0].data.getStatus(), "first");
-        QVERIFY(items[0].endedOnce() && items[1].endedOnce());
+        QVERIFY(items[0].endedOnce() && items[1].endedOnce() && worker.queue.isPaused());
+        if (state == u"execute") {
+            QCOMPARE(items[0].command->calls.lines().join(u' '), u"execute pause cancel finished?"_s);
+        }
         worker.start();
         QVERIFY(worker.wait(patience));
     }

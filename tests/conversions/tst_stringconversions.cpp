@@ -62,6 +62,8 @@ void StringConversionsTest::writes_data()
     addWriting("pointf 3", Own::qpointfToString(QPointF(3.14159265, 1234567.0), 3), "3.14 1.23e+06");
     addWriting("pointf shortest", Own::qpointfToString(QPointF(0.1, -qInf()), -128), "0.1 -inf");
     addWriting("pointf ties", Own::qpointfToString(QPointF(0.125, 22.5), 2), "0.13 23");
+    addWriting("pointf greatest tie", Own::qpointfToString(QPointF(2.5e21, 0), 1), "3e+21 0");
+    addWriting("pointf least tie", Own::qpointfToString(QPointF(0x1p-25, 0)), "2.9802322387695313e-08 0");
     addWriting("path", Own::qpointfVectorToString({QPointF(1, 2), QPointF(3.5, 4)}, 6), "1 2,3.5 4");
     addWriting("path 17", Own::qpointfVectorToString({QPointF(0.1, 2)}), "0.10000000000000001 2");
 

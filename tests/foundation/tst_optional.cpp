@@ -92,20 +92,6 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(std::runtime_error, optional = Demanding(0));
         QVERIFY(!optional.hasValue());
     }
-
-    void survivesContainers()
-    {
-        // A list that relocated its elements by their bytes would leave pointers into freed memory.
-        QList<Optional<Demanding>> list;
-        for (int i = 1; i <= 100; ++i) {
-            list.prepend(Demanding(i));
-        }
-        for (const Optional<Demanding> &element : std::as_const(list)) {
-            QCOMPARE(static_cast<const void *>(&element.getValue()), static_cast<const void *>(&element));
-            QCOMPARE(reinterpret_cast<quintptr>(&element) % 64, quintptr(0));
-        }
-        QCOMPARE(list.first().getValue().number, 100);
-    }
 };
 
 QTEST_GUILESS_MAIN(OptionalTest)
