@@ -95,15 +95,56 @@ private Q_SLOTS:
             "finishCommandAllowed startNextCommand"_ba);
     }
 
-    void plainRun()
+    /** What becomes of a command in a run, by what it did; the next one follows in each case. */
+    void runs_data()
     {
+        QTest::addColumn<QString>("endOfA");
+        QTest::newRow("finished") << u"A FINISHED|removed A"_s;
+        QTest::newRow("finished, cancelled") << u"A FINISHED|removed A"_s;
+        QTest::newRow("unfinished, cancelled") << u"A CANCELLED|removed A"_s;
+        QTest::newRow("finished, error") << u"A ERR|removed A"_s;
+        QTest::newRow("unfinished, error") << u"A ERR|removed A"_s;
+        QTest::newRow("finished, cancelled, error") << u"A ERR|A CANCELLED|removed A"_s;
+        QTest::newRow("unfinished") << u"A QUEUEING"_s;
+    }
+    void runs()
+    {
+        QFETCH(const QString, endOfA);
+        const QString way = QString::fromLatin1(QTest::currentDataTag());
         Scene scene;
         scene.addBoth();
+        scene.commandA->finished = way.startsWith(u"finished");
+        scene.commandA->work = [&](TestCommand &self) {
+            if (way.contains(u"cancelled")) {
+                scene.queue.cancelCommand(scene.commandA);
+            }
+            if (way.contains(u"error")) {
+                self.setError(4);
+            }
+            self.startable = false;
+        };
         scene.queue.process();
         QCOMPARE(scene.log.lines().join(u'|'),
-            u"run begins A|A PROCESSING|A FINISHED|removed A|B PROCESSING|B FINISHED|removed B|run ends A"_s);
-        QVERIFY(scene.queue.getCommands().isEmpty());
+            u"run begins A|A PROCESSING|%1|B PROCESSING|B FINISHED|removed B|run ends A"_s.arg(endOfA));
+        QCOMPARE(scene.listed(), way == u"unfinished" ? QStringList{u"A"_s} : QStringList());
+        QCOMPARE(scene.commandA->calls.lines().count(u"finished?"_s), 1);
         QVERIFY(scene.queue.currentCommand.isNull());
+    }
+
+    void runStopsForUserAction()
+    {
+        Scene scene;
+        scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
+        scene.addBoth();
+        scene.queue.process();
+        scene.queue.process();
+        QCOMPARE(
+            scene.log.lines().join(u'|'), u"run begins A|awaiting A|run ends A|run begins A|awaiting A|run ends A"_s);
+        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
+        scene.queue.cancelCommand(scene.commandA);
+        QVERIFY(scene.queue.isPaused());
+        scene.queue.process();
+        QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
     }
 
     void overriddenErrorHandlingRetries()
