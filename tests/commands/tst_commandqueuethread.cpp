@@ -124,6 +124,7 @@ private Q_SLOTS:
         QVERIFY(worker.end());
         QCOMPARE(threads, QList<QThread *>{QThread::currentThread()} + QList<QThread *>(5, &worker));
         QCOMPARE(worker.objectName(), u"CommandQueue"_s);
+        QCOMPARE(&std::as_const(worker).getCommandQueue(), &worker.queue);
     }
 
     void queuedSlotsGetTheRecordWhenAllElseIsGone()

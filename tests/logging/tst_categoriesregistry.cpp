@@ -25,6 +25,8 @@ private Q_SLOTS:
         QCOMPARE(live, QList<QString>({u"b"_s, u"a"_s, u"b"_s}));
         QCOMPARE(copy.getCategories(), QList<QString>({u"b"_s, u"c"_s}));
 
+        copy = source;
+        QCOMPARE(copy.getCategories(), live);
         copy = std::move(source);
         QVERIFY(live.isEmpty());
         const CategoriesRegistry moved(std::move(copy));
@@ -38,6 +40,7 @@ private Q_SLOTS:
         CategoriesRegistry registry;
         CategoriesRegistrar registrar(network, registry);
         registrar = CategoriesRegistrar(registrar);
+        CategoriesRegistrySingleton() = CategoriesRegistrySingleton();
         QCOMPARE(registry.getCategories(), QList<QString>({u"app.größe"_s}));
         QVERIFY(CategoriesRegistrySingleton::getInstance().getCategories().isEmpty());
         const CategoriesRegistrar second(network, CategoriesRegistrySingleton::getInstance());
