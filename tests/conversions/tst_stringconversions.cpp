@@ -4,12 +4,27 @@
 #include <QScopeGuard>
 #include <QTest>
 
+#include <atomic>
 #include <clocale>
+#include <functional>
 #include <limits>
 #include <type_traits>
 
 static_assert(std::is_copy_assignable_v<StringConversions> && std::is_move_assignable_v<StringConversions>);
 static_assert(std::is_default_constructible_v<StringConversions> && std::is_copy_constructible_v<StringConversions>);
+
+static std::atomic<int> allocated = 0; // stays 0 where nothing counts
+
+#if defined(__GLIBC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// Stands in for the function of the C library, which stays within reach under its other name.
+extern "C" void *__libc_malloc(std::size_t size);
+
+extern "C" void *malloc(std::size_t size) noexcept
+{
+    ++allocated;
+    return __libc_malloc(size);
+}
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +52,7 @@ private Q_SLOTS:
     void writes_data();
     void writes();
     void readsByDefault();
+    void allocatesTheResultAlone();
     void ignoresLocale();
 };
 
@@ -105,6 +121,28 @@ void StringConversionsTest::readsByDefault()
     QCOMPARE(int(Own::stringToQMatrix4x4Safe(identity).getValue().flags()), 0x1f);
     QCOMPARE(int(Own::stringToQMatrix4x4(identity).flags()), 0x1f);
     QCOMPARE(int(Own::stringToQMatrix4x4(u"1 2"_s).flags()), 0);
+}
+
+void StringConversionsTest::allocatesTheResultAlone()
+{
+    const auto expect = [](int allocations, const auto &read, const QString &text) {
+        const int before = allocated;
+        static_cast<void>(std::invoke(read, text));
+        QVERIFY2(allocated == 0 || allocated - before == allocations, qPrintable(text));
+    };
+    const auto matrix = [](const QString &text) { return Own::stringToQMatrix4x4Safe(text, u';'); };
+    expect(0, &Own::stringToQPoint, u"10 -20 30"_s);
+    expect(0, &Own::stringToQPointF, u"1.5 -2.25e+10"_s);
+    expect(0, &Own::stringToQSize, u"640 x 480"_s);
+    expect(0, &Own::stringToQSizeF, u"0.5 nan"_s);
+    expect(0, &Own::stringToRect, u"1,2,30,40"_s);
+    expect(0, &Own::stringToVector2D, u"1.5 2.5"_s);
+    expect(0, &Own::stringToVector3D, u"1.5 x 2.5"_s);
+    expect(0, matrix, Own::matrix4x4ToString(QMatrix4x4(), u';'));
+    expect(0, &Own::stringToQTransform, Own::transformToString(QTransform()));
+    expect(1, &Own::stringToIntegerArray, u"7 "_s.repeated(99));
+    // The map, and for each entry a node and a key.
+    expect(5, &Own::stringToStringVersionMap, u"core 1.2.3 | ui 2.0"_s);
 }
 
 void StringConversionsTest::ignoresLocale()
