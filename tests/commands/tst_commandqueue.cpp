@@ -318,6 +318,7 @@ private Q_SLOTS:
             scene.commandA->lookHook = [&] { scene.queue.cancelCommandByReference(u"A"_s); };
         } else if (way.startsWith(u"error")) {
             scene.queue.retries = way == u"error" ? -1 : 0;
+            scene.queue.cancelCommandByReference(u"B"_s); // which would take the place of A
             scene.commandA->work = [](TestCommand &self) { self.setError(1); };
         } else if (way.startsWith(u"left behind")) {
             scene.queue.currentCommand = scene.commandA;
