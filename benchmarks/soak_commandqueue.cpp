@@ -2,7 +2,9 @@
 // seconds given, and each command accounts for its signals when it goes. Ends with a message and an abort where a
 // command has not ended once, a signal is missing or doubled, nothing moves any more, or the memory grows.
 //
-// Every ten seconds a worker is stopped, from two threads and with its list full, and another takes its place.
+// Many times a second all producers wait until the last command has gone, since only then would a lost wake-up show: as
+// long as others add, their wake-ups stand in for it. Every ten seconds a worker is stopped, from two threads and with
+// its list full, and another takes its place.
 
 #include <commands/CommandQueueThread.h>
 
@@ -37,6 +39,7 @@ std::atomic<qint64> questions;
 std::atomic<qint64> pauses;
 std::atomic<qint64> restarts;
 std::atomic<qint64> permissions;
+qint64 silences = 0; // how often everything had ended while a worker slept
 
 // While a producer answers, the worker may go on to the next status: what a slot on the producer's thread sees is not
 // what it was called for.
@@ -45,7 +48,8 @@ thread_local bool answering = false;
 void require(bool condition, const char *what, const CommandData *data = nullptr)
 {
     if (!condition) {
-        qFatal("%s: %s", what, data ? qPrintable(data->getReference() + u' ' + data->getStatusAsString()) : "");
+        const QString which = data ? data->getReference() + u' ' + data->getStatusAsString() : u"soak"_s;
+        qFatal("%s: %s", qPrintable(which), what);
     }
 }
 
@@ -195,6 +199,17 @@ public:
         require(delivered == added, "queued deliveries missing or doubled");
     }
 
+    /** Lets the producers work or, the next time, wait until all their commands have gone. */
+    void alternate()
+    {
+        if (!quiet) {
+            quiet = true;
+        } else if (made == gone) {
+            ++silences;
+            quiet = false;
+        }
+    }
+
 private:
     template <typename Signal, typename Slot>
     void directly(Signal signal, Slot slot)
@@ -233,7 +248,7 @@ private:
         std::vector<QSharedPointer<SoakCommand>> own;
         bool pausing = false; // this producer owes a restart
         while (!over) {
-            if (own.size() < outstandingPerProducer && added - delivered < undeliveredAtMost) {
+            if (!quiet && own.size() < outstandingPerProducer && added - delivered < undeliveredAtMost) {
                 own.push_back(QSharedPointer<SoakCommand>::create(producer, numbers[producer]++));
                 ++added;
                 queue.addCommand(own.back());
@@ -302,6 +317,7 @@ private:
     CommandQueue &queue;
     CommandData *running = nullptr; // the driving thread's, and after its end the main thread's
     std::atomic<bool> over = false;
+    std::atomic<bool> quiet = false;
     std::atomic<qint64> added = 0;
     std::atomic<qint64> delivered = 0;
     std::array<std::atomic<qint64>, producerCount> numbers{};
@@ -330,6 +346,8 @@ public:
     {
         connect(&timer, &QTimer::timeout, this, &Soak::tick);
         timer.start(1000);
+        connect(&alternation, &QTimer::timeout, this, [this] { generation->alternate(); });
+        alternation.start(25);
     }
 
 private:
@@ -337,18 +355,23 @@ private:
     {
         memory.push_back(residentMemory());
         const int elapsed = int(memory.size());
+        ++age;
         idle = gone == lastGone ? idle + 1 : 0;
         lastGone = gone;
         require(idle < patience, "nothing moves");
-        if (elapsed % generationSeconds == 0 || elapsed == seconds) {
+        const bool moves = idle == 0; // what stands still is not to be hidden by a stop()
+        const bool isLast = moves && elapsed >= seconds;
+        if (isLast || (moves && age >= generationSeconds)) {
             generation.reset();
+            age = 0;
             require(made == gone, "commands left");
         }
-        if (elapsed % std::max(seconds / 10, 1) == 0 || elapsed == seconds) {
+        if (isLast || elapsed % std::max(seconds / 10, 1) == 0) {
             report(elapsed);
         }
-        if (elapsed == seconds) {
+        if (isLast) {
             judgeMemory();
+            alternation.stop();
             QCoreApplication::quit();
         } else if (!generation) {
             generation = std::make_unique<Generation>(unsigned(elapsed));
@@ -359,7 +382,7 @@ private:
     {
         std::printf("%5d s %12lld commands: %lld finished, %lld cancelled, %lld in error; %lld runs, %lld pauses, %lld "
                     "restarts, "
-                    "%lld permissions, %lld questions; %lld KiB\n",
+                    "%lld permissions, %lld questions, %lld silences; %lld KiB\n",
             elapsed,
             gone.load(),
             ends[CommandData::FINISHED].load(),
@@ -370,6 +393,7 @@ private:
             restarts.load(),
             permissions.load(),
             questions.load(),
+            silences,
             memory.back());
         std::fflush(stdout);
     }
@@ -385,13 +409,16 @@ private:
         const qint64 early = fifth(1);
         const qint64 late = fifth(4);
         std::printf("peak memory: %lld KiB early, %lld KiB late\n", early, late);
+        std::fflush(stdout);
         require(late <= early + std::max<qint64>(early / 20, 2048), "the memory grows");
     }
 
     const int seconds;
     QTimer timer;
+    QTimer alternation;
     std::vector<qint64> memory; // one entry a second
-    int idle = 0;
+    int age = 0; // seconds of the generation
+    int idle = 0; // seconds without a command's end
     qint64 lastGone = -1;
     std::unique_ptr<Generation> generation = std::make_unique<Generation>(0);
 };
