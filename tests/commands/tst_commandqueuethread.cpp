@@ -14,6 +14,14 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int patience = 20000; // milliseconds; a fault fails after them instead of hanging
 
+/** How often a test meets chance: @p usual, unless the environment asks for more. */
+int rounds(int usual)
+{
+    bool set = false;
+    const int wanted = qEnvironmentVariableIntValue("TARNWICK_TORTURE_ROUNDS", &set);
+    return set ? wanted : usual;
+}
+
 class Worker : public CommandQueueThread
 {
 public:
@@ -195,7 +203,7 @@ private Q_SLOTS:
         std::deque<Item> items;
         Worker worker;
         worker.start();
-        for (int round = 0; round < 1000; ++round) {
+        for (int round = 0, end = rounds(1000); round < end; ++round) {
             Item &first = items.emplace_back(u"A"_s);
             Item &second = items.emplace_back(u"B"_s);
             second.command->startable = false;
@@ -210,7 +218,7 @@ private Q_SLOTS:
 
     void permissionThatIsRefusedOrComesDuringARunIsIgnored()
     {
-        for (int round = 0; round < 50; ++round) {
+        for (int round = 0, end = rounds(50); round < end; ++round) {
             Gate gate;
             Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
             Item second(u"B"_s);
@@ -243,7 +251,7 @@ private Q_SLOTS:
     void pauseVoidsEarlierWakeUps()
     {
         QFETCH(const bool, userAction);
-        for (int round = 0; round < 100; ++round) {
+        for (int round = 0, end = rounds(100); round < end; ++round) {
             Gate gate;
             Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
             Item second(u"B"_s);
@@ -444,7 +452,7 @@ private Q_SLOTS:
 
     void nothingRunsAfterStop()
     {
-        for (int round = 0; round < 300; ++round) {
+        for (int round = 0, end = rounds(300); round < end; ++round) {
             Item early(u"early"_s);
             Item late(u"late"_s);
             Worker worker;
@@ -491,7 +499,7 @@ private Q_SLOTS:
         QSemaphore destroyed;
         Worker worker;
         worker.start();
-        for (int round = 0; round < 5000; ++round) {
+        for (int round = 0, end = rounds(5000); round < end; ++round) {
             Item &item = items.emplace_back(u"A"_s);
             item.command->destroyed = [&] { destroyed.release(); };
             worker.queue.addCommand(std::exchange(item.command, nullptr));
@@ -502,7 +510,7 @@ private Q_SLOTS:
     void tortureFromFourThreads()
     {
         constexpr unsigned perThread = 100;
-        for (unsigned round = 0; round < 25; ++round) {
+        for (int round = 0, end = rounds(25); round < end; ++round) {
             std::deque<Item> items;
             for (unsigned index = 0; index < 4 * perThread; ++index) {
                 items.emplace_back(QString::number(index));
@@ -513,7 +521,7 @@ private Q_SLOTS:
             std::vector<std::thread> clients;
             for (unsigned client = 0; client < 4; ++client) {
                 clients.emplace_back([&, client] {
-                    std::minstd_rand random(round * 4 + client + 1);
+                    std::minstd_rand random(unsigned(round) * 4 + client + 1);
                     for (unsigned index = client * perThread; index < (client + 1) * perThread; ++index) {
                         items[index].command->finished = random() % 8 != 0;
                         worker.queue.addCommand(items[index].command);
