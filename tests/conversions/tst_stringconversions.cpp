@@ -97,6 +97,8 @@ void StringConversionsTest::writes_data()
 
     const TextMap texts = {{u"b"_s, u"x y"_s}, {u"a"_s, u"1"_s}, {u"B"_s, {}}};
     addWriting("map", Own::mapToString(texts), "B  | a 1 | b x y");
+    const QString longKey(512, u'k'); // as long as the writer's buffer
+    addWriting("map of a long key", Own::mapToString(TextMap{{longKey, u"v"_s}}), qPrintable(longKey + u" v"_s));
     addWriting("no map", Own::mapToString(TextMap()), nullptr);
     const VersionMap versions = {{u"ui"_s, QVersionNumber(2, 0)}, {u"core"_s, QVersionNumber(1, -2)}, {u"x"_s, {}}};
     addWriting("versions", Own::mapToString(versions), "core 1.-2 | ui 2.0 | x ");
