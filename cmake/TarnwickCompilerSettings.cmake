@@ -25,7 +25,7 @@ function(tarnwick_compiler_settings target)
             QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
             QT_DISABLE_DEPRECATED_BEFORE=0x060400
     )
-    # Not all of -Wshadow: the parameter of a constructor or setter bears the name of the field that it sets.
+    # Only Clang's -Wshadow knows a constructor's parameter that bears the name of the field it initialises.
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
         target_compile_options(
             ${target}
@@ -43,8 +43,8 @@ function(tarnwick_compiler_settings target)
                 -Wundef
                 -Wvla
                 -Wzero-as-null-pointer-constant
-                $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wshadow-field
-                -Wshadow-field-in-constructor-modified
+                $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wshadow
+                -Wshadow-field
                 -Wshadow-uncaptured-local>
                 $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local
                 -Wlogical-op

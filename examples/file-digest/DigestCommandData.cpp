@@ -33,9 +33,9 @@ qint64 DigestCommandData::getTotalBytes() const
     return totalBytes;
 }
 
-void DigestCommandData::setTotalBytes(qint64 totalBytes)
+void DigestCommandData::setTotalBytes(qint64 bytes)
 {
-    this->totalBytes = totalBytes;
+    totalBytes = bytes;
 }
 
 qint64 DigestCommandData::getDigestedBytes() const
@@ -43,9 +43,9 @@ qint64 DigestCommandData::getDigestedBytes() const
     return digestedBytes;
 }
 
-void DigestCommandData::setDigestedBytes(qint64 digestedBytes)
+void DigestCommandData::setDigestedBytes(qint64 bytes)
 {
-    this->digestedBytes = digestedBytes;
+    digestedBytes = bytes;
 }
 
 QByteArray DigestCommandData::getDigest() const
@@ -53,7 +53,7 @@ QByteArray DigestCommandData::getDigest() const
     return digest;
 }
 
-void DigestCommandData::setDigest(const QByteArray &digest)
+void DigestCommandData::setDigest(const QByteArray &newDigest)
 {
-    this->digest = digest;
+    digest = newDigest;
 }

@@ -31,15 +31,15 @@ public:
 
     /** Returns the size that the file had when its digest was begun or resumed; 0 before. */
     qint64 getTotalBytes() const;
-    void setTotalBytes(qint64 totalBytes);
+    void setTotalBytes(qint64 bytes);
 
     /** Returns how many bytes of the file have entered the digest. */
     qint64 getDigestedBytes() const;
-    void setDigestedBytes(qint64 digestedBytes);
+    void setDigestedBytes(qint64 bytes);
 
     /** Returns the 32 bytes of the SHA-256 digest; null before the command has finished. */
     QByteArray getDigest() const;
-    void setDigest(const QByteArray &digest);
+    void setDigest(const QByteArray &newDigest);
 
 private:
     const QString title;

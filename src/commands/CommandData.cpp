@@ -44,9 +44,9 @@ QString CommandData::getStatusAsString() const
     return u"ERROR: Not into one of the defined statuses"_s;
 }
 
-void CommandData::setStatus(Status status)
+void CommandData::setStatus(Status newStatus)
 {
-    if (this->status.exchange(status) == status) {
+    if (status.exchange(newStatus) == newStatus) {
         return;
     }
     Q_EMIT statusChanged(this);
@@ -57,9 +57,9 @@ int CommandData::getErrorCode() const
     return errorCode;
 }
 
-void CommandData::setErrorCode(int errorCode)
+void CommandData::setErrorCode(int code)
 {
-    this->errorCode = errorCode;
+    errorCode = code;
 }
 
 QString CommandData::getErrorMessage() const
@@ -68,15 +68,15 @@ QString CommandData::getErrorMessage() const
     return errorMessage;
 }
 
-void CommandData::setErrorMessage(QString errorMessage)
+void CommandData::setErrorMessage(QString message)
 {
     {
         const QMutexLocker lock(&errorMessageMutex);
-        this->errorMessage = errorMessage;
+        errorMessage = message;
     }
     // Chained on purpose: what the description brings in the way of place markers is substituted, too.
     // clazy:excludeall=qstring-arg
-    QString text = u"CommandData failed: Error for: %1, error message: %2"_s.arg(getDescription()).arg(errorMessage);
+    QString text = u"CommandData failed: Error for: %1, error message: %2"_s.arg(getDescription()).arg(message);
     if (const int code = getErrorCode(); code != 0) {
         text += u", error code %1"_s.arg(code);
     }

@@ -72,7 +72,7 @@ public:
      *
      * Comparison and store are one atomic step: of several threads that set one status at once, one emits.
      */
-    void setStatus(Status status);
+    void setStatus(Status newStatus);
 
     /** Returns the error code; 0 means that there is none. The library never resets it. */
     int getErrorCode() const;
@@ -80,8 +80,8 @@ public:
     /** Returns the text that names the command in the log line of setErrorMessage(). */
     virtual QString getDescription() const = 0;
 
-    /** Stores @p errorCode. Emits and logs nothing and leaves the status alone; see Command::setError(). */
-    virtual void setErrorCode(int errorCode);
+    /** Stores @p code. Emits and logs nothing and leaves the status alone; see Command::setError(). */
+    virtual void setErrorCode(int code);
 
     /** Returns the error message as the caller of setErrorMessage() gave it; null if there was none. */
     virtual QString getErrorMessage() const;
@@ -93,14 +93,14 @@ public:
     virtual QString getTypeName() const = 0;
 
     /**
-     * Stores @p errorMessage and logs it as a warning of Qt's default category, together with getDescription() and,
+     * Stores @p message and logs it as a warning of Qt's default category, together with getDescription() and,
      * if it is not 0 by now, the error code: "CommandData failed: Error for: <description>, error message: <message>,
      * error code <code>". Neither the status nor any signal is touched. The description is substituted first and the
      * message into the result, so a place marker within the description is filled, too.
      *
      * No lock is held while getDescription() and the message handler run.
      */
-    void setErrorMessage(QString errorMessage);
+    void setErrorMessage(QString message);
 
     /** Returns the identity of the command, the same for the life of the record. */
     const QString &getReference() const;
