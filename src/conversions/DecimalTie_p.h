@@ -19,18 +19,20 @@
  */
 namespace DecimalTie {
 
-/** Returns n if the lowest bit set in @p number, finite and not 0, stands for 2^-n; n is negative for even numbers. */
+/**
+ * Returns n if the lowest bit set in @p number, finite, stands for 2^-n; n is negative for even numbers. For
+ * what is smaller than a normal number, 0 too, some n beyond 1000 comes back: no wanted precision reaches down there.
+ */
 inline int lowestFractionBit(double number)
 {
     static_assert(std::numeric_limits<double>::is_iec559, "the position of the lowest bit is read from the bits");
     quint64 bits;
     std::memcpy(&bits, &number, sizeof bits);
     constexpr int mantissaBits = std::numeric_limits<double>::digits - 1;
+    constexpr quint64 leadingBit = quint64(1) << mantissaBits;
     const int exponent = static_cast<int>(bits >> mantissaBits & 0x7ff);
-    const quint64 fraction = bits & ((quint64(1) << mantissaBits) - 1);
-    const quint64 mantissa = exponent > 0 ? fraction | quint64(1) << mantissaBits : fraction;
-    const int unit = (exponent > 0 ? exponent : 1) - std::numeric_limits<double>::max_exponent + 1 - mantissaBits;
-    return -(unit + static_cast<int>(qCountTrailingZeroBits(mantissa)));
+    const int unit = exponent - std::numeric_limits<double>::max_exponent + 1 - mantissaBits;
+    return -(unit + static_cast<int>(qCountTrailingZeroBits(bits | leadingBit)));
 }
 
 /**
@@ -43,7 +45,7 @@ inline bool mayOccurAtDigit(double number, int precision)
     // value, an odd multiple of 5^(d - precision + 1) * 2^(d - precision), would take more than 53 bits; only 1.5e22
     // at one digit would not, and that becomes 2e22 either way.
     // clang-format off
-    constexpr std::array<double, 31> tens = {
+    constexpr std::array tens = {
         1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1,
         1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11,
         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
@@ -62,9 +64,6 @@ inline bool mayOccurAtDigit(double number, int precision)
 /** Tells whether @p number may be a tie in the format 'f' or 'g' at @p precision, from 0 to 17; "g" takes 0 for 1. */
 inline bool mayOccur(double number, char format, int precision)
 {
-    if (number == 0) {
-        return false;
-    }
     return format == 'f' ? lowestFractionBit(number) == precision + 1 : mayOccurAtDigit(number, std::max(precision, 1));
 }
 
