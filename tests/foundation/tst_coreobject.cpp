@@ -39,21 +39,6 @@ private Q_SLOTS:
         QVERIFY(!shape.isOfAnyType({u"Square"_s, u"CoreObject"_s}) && !shape.isOfAnyType({}));
     }
 
-    void copiesTakeTheListAndKeepTheirType()
-    {
-        Shape source;
-        source.enter(u"Circle"_s);
-        const CoreObject copy(source);
-        Shape assigned;
-        assigned.CoreObject::operator=(source);
-        source.enter(u"Later"_s);
-        assigned.enter(u"Own"_s);
-        QCOMPARE(copy.getTypeId() + u'/' + assigned.getTypeId(), u"CoreObject/Shape"_s);
-        QCOMPARE(copy.getInheritanceList(), QList<QString>({u"Shape"_s, u"Circle"_s}));
-        QCOMPARE(assigned.getInheritanceList(), QList<QString>({u"Shape"_s, u"Circle"_s, u"Own"_s}));
-        QCOMPARE(source.getInheritanceList(), QList<QString>({u"Shape"_s, u"Circle"_s, u"Later"_s}));
-    }
-
     void duplicateIsIgnoredWithAWarning()
     {
         const LogRecorder log;
