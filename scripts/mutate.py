@@ -215,10 +215,11 @@ class Project:
         self.object = {file: re.search(r" -o (\S+)", command)[1] for file, command in self.compile.items()}
         listed = json.loads(must(["ctest", "--test-dir", BUILD, "--show-only=json-v1"]))["tests"]
         commands = {test["name"]: test["command"] for test in listed}
-        self.tests = {test: command for test, command in commands.items() if command[0] == f"{BUILD}/tests/{test}"}
-        self.sources = {path.stem: path for path in TREE.glob("tests/*/*.cpp")}
+        self.tests = {test: command for test, command in commands.items() if command[0].startswith(f"{BUILD}/tests/")}
+        sources = {path.stem: path for path in TREE.glob("tests/*/*.cpp")}
+        self.sources = {test: sources.get(test, TREE / "tests/surroundings/main.cpp") for test in self.tests}
         self.library_sources = [path for path in self.compile if path.startswith(f"{TREE}/src/")]
-        self.link = {name: self.link_command(name) for name in ["Tarnwick", *self.tests]}
+        self.link = {name: self.link_command(name) for name in ["Tarnwick", *(self.tests.keys() & sources.keys())]}
         self.includers = collections.defaultdict(set)
         for block in must(["ninja", "-C", BUILD, "-t", "deps"]).split("\n\n"):
             source, *included = re.findall(r"^    (.*)$", block, re.M) or [""]
@@ -269,14 +270,14 @@ class Project:
         name = pathlib.Path(file).stem.lower()
 
         def rank(test):
-            own = test.split("_")[1] in name
+            own = test.split("_")[-1] in name
             return (not own, not self.is_of_subsystem(test, file), self.seconds[test])
 
         return sorted(self.tests, key=rank)
 
     def is_of_subsystem(self, test, file):
         subsystem, name = pathlib.Path(file).parts[1], pathlib.Path(file).stem.lower()
-        return self.sources[test].parent.name == subsystem or test.split("_")[1] in (subsystem, name)
+        return self.sources[test].parent.name == subsystem or test.split("_")[-1] in (subsystem, name)
 
     def time_tests(self):
         """Passes all tests without a fault, which also tells how long each may take."""

@@ -13,17 +13,6 @@ class CommandDataTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void newRecord()
-    {
-        const TestData record(u"some/Reference "_s);
-        QCOMPARE(record.getReference(), u"some/Reference "_s);
-        QCOMPARE(record.getStatus(), CommandData::OTHER);
-        QCOMPARE(record.getErrorCode(), 0);
-        QVERIFY(record.getErrorMessage().isNull());
-        QVERIFY(!record.pendingAllowed());
-        QCOMPARE(record.parent(), nullptr);
-    }
-
     void emptyReferenceBecomesUuid()
     {
         const TestData fromNull{QString()};
@@ -59,7 +48,9 @@ private Q_SLOTS:
 
     void setStatusEmitsOnlyAfterAChange()
     {
-        TestData record(u"a"_s);
+        TestData record(u"some/Reference "_s);
+        QCOMPARE(record.getReference(), u"some/Reference "_s);
+        QVERIFY(record.getErrorMessage().isNull() && record.getErrorCode() == 0 && !record.pendingAllowed());
         QList<CommandData::Status> seen;
         connect(&record, &CommandData::statusChanged, this, [&](CommandData *data) {
             QCOMPARE(data, &record);

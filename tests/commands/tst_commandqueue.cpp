@@ -160,47 +160,26 @@ private Q_SLOTS:
         QCOMPARE(data.getStatus(), CommandData::ERR);
     }
 
-    void cancelWaiting()
+    void hookAndSignalsOfACancel()
     {
         Scene scene;
         scene.addBoth();
         scene.commandA->cancelHook = [&] { scene.log.add(u"cancel"_s); };
-        scene.queue.cancelCommandByReference(u"a"_s);
         scene.queue.cancelCommand({});
         scene.queue.addCommand({});
         QVERIFY(scene.log.lines().isEmpty());
-        scene.queue.cancelCommandByReference(u"A"_s);
-        QCOMPARE(scene.log.lines().join(u'|'), u"cancel|A CANCELLED|removed A"_s);
-        scene.queue.removeCommand(scene.commandA);
-        QCOMPARE(scene.log.lines().last(), u"removed A"_s);
-        QCOMPARE(scene.log.lines().size(), 4);
-        QCOMPARE(scene.listed(), QStringList{u"B"_s});
-
-        TestData c(u"C"_s);
-        for (const TestCommandPointer &command :
-            {scene.commandA, TestCommandPointer::create(&c), scene.commandB, scene.commandA}) {
-            scene.queue.addCommand(command);
-        }
         scene.queue.cancelCommand(scene.commandA);
-        QCOMPARE(scene.listed(), (QStringList{u"B"_s, u"C"_s, u"B"_s, u"A"_s}));
+        QCOMPARE(scene.log.lines().join(u'|'), u"cancel|A CANCELLED|removed A"_s);
     }
 
-    void equalReferencesAndEntries()
+    void hasCommandsByReference()
     {
         Scene scene;
         TestData twin(u"A"_s);
         const auto twinCommand = TestCommandPointer::create(&twin);
-        QVERIFY(!scene.queue.hasCommand(nullptr));
-        QVERIFY(!scene.queue.hasCommand(twinCommand.data()));
+        QVERIFY(!scene.queue.hasCommand(nullptr) && !scene.queue.hasCommand(twinCommand.data()));
         scene.addBoth();
-        scene.queue.addCommand(scene.commandA);
         QVERIFY(scene.queue.hasCommand(twinCommand.data()));
-        scene.queue.addCommand(twinCommand);
-        scene.queue.cancelCommandByReference(u"A"_s);
-        QCOMPARE(scene.listed(), (QStringList{u"B"_s, u"A"_s, u"A"_s}));
-        QVERIFY(scene.queue.getNextCommandThatCanBeStarted() == scene.commandB);
-        QCOMPARE(scene.a.getStatus(), CommandData::CANCELLED);
-        QCOMPARE(twin.getStatus(), CommandData::QUEUEING);
     }
 
     void messageHandlerMayUseWhatLogs()
