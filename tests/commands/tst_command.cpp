@@ -15,9 +15,7 @@ private Q_SLOTS:
         {
             TestCommand command(&record);
             QCOMPARE(command.getCommandData(), &record);
-            QVERIFY(!command.isPaused());
-            QVERIFY(!command.isCancelled());
-            QVERIFY(command.Command::isFinished());
+            QVERIFY(!command.isPaused() && !command.isCancelled() && command.Command::isFinished());
             QVERIFY(QMetaType::fromName("QSharedPointer<Command>").isValid());
         }
         record.setStatus(CommandData::FINISHED); // the record outlives its command

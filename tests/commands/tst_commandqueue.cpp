@@ -59,21 +59,16 @@ struct Scene
 class FrontScheduler : public CommandScheduler
 {
 public:
-    explicit FrontScheduler(QList<Command *> *running)
-        : running(running)
-    {
-    }
     void schedule(
         QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *runningCommand) override
     {
-        running->append(runningCommand);
+        running.append(runningCommand);
         if (command->getCommandData()->getReference() != u"refused") {
             commands.prepend(command);
         }
     }
 
-private:
-    QList<Command *> *running;
+    QList<Command *> running;
 };
 
 } // namespace
@@ -134,8 +129,12 @@ private Q_SLOTS:
     void runStopsForUserAction()
     {
         Scene scene;
+        TestData twin(u"A"_s);
+        TestCommand twinCommand(&twin);
+        QVERIFY(!scene.queue.hasCommand(&twinCommand));
         scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
         scene.addBoth();
+        QVERIFY(scene.queue.hasCommand(&twinCommand)); // by its reference
         scene.queue.process();
         scene.queue.process();
         QCOMPARE(
@@ -145,41 +144,6 @@ private Q_SLOTS:
         QVERIFY(scene.queue.isPaused());
         scene.queue.process();
         QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
-    }
-
-    void overriddenErrorHandlingRetries()
-    {
-        RetryQueue queue;
-        queue.retries = 2;
-        TestData data(u"A"_s);
-        const auto command = TestCommandPointer::create(&data, [](TestCommand &self) { self.setError(-1); });
-        queue.addCommand(command);
-        queue.process();
-        QCOMPARE(command->calls.lines().count(u"execute"_s), 3);
-        QVERIFY(queue.getCommands().isEmpty());
-        QCOMPARE(data.getStatus(), CommandData::ERR);
-    }
-
-    void hookAndSignalsOfACancel()
-    {
-        Scene scene;
-        scene.addBoth();
-        scene.commandA->cancelHook = [&] { scene.log.add(u"cancel"_s); };
-        scene.queue.cancelCommand({});
-        scene.queue.addCommand({});
-        QVERIFY(scene.log.lines().isEmpty());
-        scene.queue.cancelCommand(scene.commandA);
-        QCOMPARE(scene.log.lines().join(u'|'), u"cancel|A CANCELLED|removed A"_s);
-    }
-
-    void hasCommandsByReference()
-    {
-        Scene scene;
-        TestData twin(u"A"_s);
-        const auto twinCommand = TestCommandPointer::create(&twin);
-        QVERIFY(!scene.queue.hasCommand(nullptr) && !scene.queue.hasCommand(twinCommand.data()));
-        scene.addBoth();
-        QVERIFY(scene.queue.hasCommand(twinCommand.data()));
     }
 
     void messageHandlerMayUseWhatLogs()
@@ -207,7 +171,10 @@ private Q_SLOTS:
         TestQueue queue(nullptr);
         Log log;
         log.follow(&queue, {});
+        queue.addCommand({});
+        queue.cancelCommand({});
         queue.process();
+        QVERIFY(!queue.hasCommand(nullptr));
         QVERIFY(log.lines().isEmpty() && queue.getNextCommandThatCanBeStarted().isNull());
         QTest::ignoreMessage(QtWarningMsg, "there are no commands left to process");
         queue.startNextCommand();
@@ -216,8 +183,9 @@ private Q_SLOTS:
 
     void schedulerPlacesCommands()
     {
-        QList<Command *> running;
-        TestQueue queue(std::make_unique<FrontScheduler>(&running));
+        auto scheduler = std::make_unique<FrontScheduler>();
+        const QList<Command *> &running = scheduler->running;
+        TestQueue queue(std::move(scheduler));
         TestData a(u"A"_s);
         TestData b(u"B"_s);
         TestData refused(u"refused"_s);
@@ -296,9 +264,12 @@ private Q_SLOTS:
             scene.commandA->startable = false;
             scene.commandA->lookHook = [&] { scene.queue.cancelCommandByReference(u"A"_s); };
         } else if (way.startsWith(u"error")) {
-            scene.queue.retries = way == u"error" ? -1 : 0;
+            scene.queue.retries = way == u"error" ? -1 : 2;
             scene.queue.cancelCommandByReference(u"B"_s); // which would take the place of A
-            scene.commandA->work = [](TestCommand &self) { self.setError(1); };
+            scene.commandA->work = [&](TestCommand &self) {
+                scene.log.add(u"tried"_s);
+                self.setError(1);
+            };
         } else if (way.startsWith(u"left behind")) {
             scene.queue.currentCommand = scene.commandA;
             scene.queue.removeCommand(scene.commandA);
@@ -313,6 +284,7 @@ private Q_SLOTS:
             scene.queue.process();
         }
         QCOMPARE(scene.log.lines().filter(u"gone"_s), QStringList{u"gone 0"_s});
+        QCOMPARE(scene.log.lines().count(u"tried"_s), way == u"error" ? 1 : way == u"error handler" ? 3 : 0);
         if (way == u"run") {
             QCOMPARE(scene.log.lines().mid(scene.log.lines().size() - 2).join(u'|'), u"run ends A|gone 0"_s);
         }

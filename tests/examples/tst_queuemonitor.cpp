@@ -1,9 +1,7 @@
 #include "CommandListModel.h"
 #include "CommandListView.h"
-#include "MonitorLog.h"
 #include "MonitorWindow.h"
 #include "SaveCommandData.h"
-#include "StatusColor.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>
@@ -11,7 +9,6 @@
 #include <QCryptographicHash>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QSettings>
@@ -21,23 +18,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr qint64 endless = Q_INT64_C(1) << 36; // bytes of a sparse file that takes minutes to digest
-
-double contrast(const QColor &first, const QColor &second) // as WCAG 2.1 defines it
-{
-    const auto luminance = [](const QColor &color) {
-        const auto linear = [](double value) {
-            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-    };
-    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
-} // namespace
+static constexpr qint64 endless = Q_INT64_C(1) << 36; // bytes of a sparse file that takes minutes to digest
 
 class QueueMonitorTest : public QObject
 {
@@ -187,28 +168,6 @@ private Q_SLOTS:
         QCOMPARE(spy.at(0).at(1).toModelIndex().row(), 49999);
         QCOMPARE(spy.at(1).at(0).toModelIndex().row(), 50001);
         QCOMPARE(model.getCount(CommandData::FINISHED), 99999);
-    }
-
-    void writesStatusLegibly()
-    {
-        for (const QPalette &palette : {QPalette(Qt::white), QPalette(QColor(0x2a, 0x2e, 0x32))}) {
-            for (int value = CommandData::QUEUEING; value <= CommandData::PAUSED; ++value) {
-                const auto status = static_cast<CommandData::Status>(value);
-                const QColor color = statusColor(status, palette);
-                for (const QColor &behind : {palette.base().color(), statusBackground(status, palette)}) {
-                    QVERIFY2(contrast(color, behind) >= 4.5, qPrintable(color.name() + u" on "_s + behind.name()));
-                }
-            }
-        }
-    }
-
-    void switchesLog()
-    {
-        for (const bool enabled : {true, false}) {
-            press(Qt::Key_L, Qt::AltModifier);
-            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
-            QCOMPARE(monitorLog().isDebugEnabled(), enabled);
-        }
     }
 
     void keepsPlace()

@@ -28,11 +28,9 @@ private Q_SLOTS:
         for (const QString &name : u"COM1.txt com0 com10 con. lpt .. .a. a(1)[2]{3},;~-_Größe"_s.split(u' ')) {
             addRow(&S::stringToSafeFileName, name, name);
         }
-        addRow(&S::stringToSafeFileName, u" \t\u2003"_s, u""_s);
         addRow(&S::stringToSafeFileName, u"/\\:?%$#&<>*!'\"@+`|=^"_s, QString(20, u'_'));
         addRow(&S::stringToSafeFileName, u"  co/n  ?"_s, u"co_n  _"_s);
         addRow(&S::removeInvalidCharacters, u"^a__b|c\\d^e~\t\n|_"_s, u"a b c d e~"_s);
-        addRow(&S::removeInvalidCharacters, u"^_|\\"_s, u""_s);
         addRow(&S::stripNonAlphanumeric, u"Ab-1 _ü"_s + QChar(0xd800) + u'z', u"Ab1z"_s);
         addRow(&S::removeCurlyBrackets, u"}{1}{2}[]{"_s, u"12[]"_s);
         addRow(&S::removeSquareBrackets, u"][1][2]{}["_s, u"12{}"_s);
@@ -42,10 +40,8 @@ private Q_SLOTS:
         addRow(&S::makeFirstCharacterUpperLowerTheRest, u"McDONALD"_s, u"Mcdonald"_s);
         addRow(&S::makeFirstCharacterUpperLowerTheRest, u"ßE"_s, u"SSe"_s);
         addRow(&S::makeFirstCharacterUpperLowerTheRest, u"\U00010428A"_s, u"\U00010428a"_s);
-        addRow(&S::makeFirstCharacterUpperLowerTheRest, u""_s, u""_s);
         addRow(&S::capitalizeFirstCharacterOfLastName, u" VAN   DER\tberg-o'NEIL"_s, u"Van Der Berg-o'neil"_s);
         addRow(&S::capitalizeFirstCharacterOfLastName, u"van\u00a0DER"_s, u"Van\u00a0der"_s);
-        addRow(&S::capitalizeFirstCharacterOfLastName, u" "_s, u""_s);
     }
 
     void change()
