@@ -17,7 +17,7 @@ class TestData : public CommandData
 {
 public:
     explicit TestData(const QString &reference, const QString &description = QString())
-        : CommandData(reference, false)
+        : CommandData(reference, true)
         , description(description)
     {
     }

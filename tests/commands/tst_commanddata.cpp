@@ -51,7 +51,7 @@ private Q_SLOTS:
     {
         TestData record(u"some/Reference "_s);
         QCOMPARE(record.getReference(), u"some/Reference "_s);
-        QVERIFY(record.getErrorMessage().isNull() && record.getErrorCode() == 0 && !record.pendingAllowed());
+        QVERIFY(record.getErrorMessage().isNull() && record.getErrorCode() == 0 && record.pendingAllowed());
         QList<CommandData::Status> seen;
         connect(&record, &CommandData::statusChanged, this, [&](CommandData *data) {
             QCOMPARE(data, &record);
@@ -61,14 +61,14 @@ private Q_SLOTS:
         record.setStatus(CommandData::ERR);
         record.setStatus(CommandData::ERR);
         record.setErrorCode(3);
-        record.setPendingAllowed(true);
+        record.setPendingAllowed(false);
         QCOMPARE(seen, QList{CommandData::ERR});
-        QVERIFY(record.pendingAllowed());
+        QVERIFY(!record.pendingAllowed());
     }
 
     void oneOfTwoThreadsAnnouncesAStatus()
     {
-        constexpr int rounds = 3000;
+        constexpr int rounds = 10000;
         TestData record(u"a"_s);
         std::atomic<int> emitted = 0;
         std::atomic<int> arrivals = 0;

@@ -117,6 +117,7 @@ private Q_SLOTS:
         QCOMPARE(Own::stringToFloat(u"1.5e3e9"_s), 1500.0f);
         QCOMPARE(Own::stringToFloat(u"1.5\u00e9+3"_s, '\xe9'), 1500.0f);
         QCOMPARE(Own::stringToQPoint(u"~5 -6"_s), QPoint(0, -6));
+        QCOMPARE(Own::stringToIntegerArray(QString()), std::vector<int>{0});
         QVERIFY(!Own::stringToQMatrix4x4Safe(u"1 2"_s).hasValue());
         // A general matrix, which a comparison cannot tell from the identity.
         const QString identity = Own::matrix4x4ToString(QMatrix4x4());

@@ -1,7 +1,6 @@
 #include "CommandListModel.h"
 #include "CommandListView.h"
 #include "MonitorWindow.h"
-#include "SaveCommandData.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>
@@ -12,7 +11,6 @@
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QSettings>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -149,25 +147,6 @@ private Q_SLOTS:
         QTest::touchEvent(list->viewport(), device.get()).release(0, centerOf(1), list->viewport());
         QTest::mouseMove(list->viewport(), centerOf(0)); // after the end nothing is selected
         QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
-    }
-
-    void reportsManyChangesAtOnce()
-    {
-        CommandListModel model;
-        std::vector<std::unique_ptr<CommandData>> records(100000);
-        std::generate(records.begin(), records.end(), [] { return std::make_unique<SaveCommandData>(QString()); });
-        model.append(std::move(records));
-        const QSignalSpy spy(&model, &QAbstractItemModel::dataChanged);
-        for (int number = model.rowCount(); --number >= 0;) {
-            if (number != 50000) {
-                model.getRecord(number)->setStatus(CommandData::PROCESSING);
-                model.getRecord(number)->setStatus(CommandData::FINISHED);
-            }
-        }
-        QTRY_COMPARE(spy.size(), 2);
-        QCOMPARE(spy.at(0).at(1).toModelIndex().row(), 49999);
-        QCOMPARE(spy.at(1).at(0).toModelIndex().row(), 50001);
-        QCOMPARE(model.getCount(CommandData::FINISHED), 99999);
     }
 
     void keepsPlace()

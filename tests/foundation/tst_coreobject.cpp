@@ -37,6 +37,14 @@ private Q_SLOTS:
         QVERIFY(shape.isOfType(u"Shape"_s) && shape.isOfType(u"Circle"_s) && !shape.isOfType(u"circle"_s));
         QVERIFY(shape.isOfAnyType({u"Square"_s, u"Shape"_s}) && shape.isOfAnyType({u"Shape"_s, u"Square"_s}));
         QVERIFY(!shape.isOfAnyType({u"Square"_s, u"CoreObject"_s}) && !shape.isOfAnyType({}));
+
+        const CoreObject copy(shape);
+        CoreObject assigned;
+        assigned = shape;
+        shape.enter(u"Later"_s);
+        QCOMPARE(copy.getTypeId() + u'/' + assigned.getTypeId(), u"CoreObject/CoreObject"_s);
+        QCOMPARE(copy.getInheritanceList(), QList<QString>({u"Shape"_s, u"Circle"_s}));
+        QCOMPARE(assigned.getInheritanceList(), copy.getInheritanceList());
     }
 
     void duplicateIsIgnoredWithAWarning()

@@ -53,14 +53,14 @@ public:
     }
     void process()
     {
-        const CommandPointer first = select();
+        const CommandPointer first = getNextCommandThatCanBeStarted();
         if (!first) {
             return;
         }
         paused = false;
         processing = true;
         Q_EMIT commandStarted(first->getCommandData());
-        while (select() && !paused) {
+        while (getNextCommandThatCanBeStarted() && !paused) {
             startNextCommand();
         }
         processing = false;
@@ -68,7 +68,7 @@ public:
     }
     void startNextCommand()
     {
-        currentCommand = paused ? nullptr : select();
+        currentCommand = paused ? nullptr : getNextCommandThatCanBeStarted();
         if (currentCommand && isIn(currentCommand, CommandData::REQUIRE_USER_ACTION)) {
             paused = true;
             Q_EMIT awaitingUserAction(currentCommand->getCommandData());
@@ -81,12 +81,7 @@ public:
     bool isProcessing() const { return processing; }
     bool isActive() const { return !paused && !commands.isEmpty(); }
 
-private:
-    static bool isIn(const CommandPointer &command, CommandData::Status status)
-    {
-        return command->getCommandData()->getStatus() == status;
-    }
-    CommandPointer select() const
+    CommandPointer getNextCommandThatCanBeStarted() const
     {
         for (const CommandPointer &command : commands) {
             if (command->canBeStarted()) {
@@ -94,6 +89,12 @@ private:
             }
         }
         return nullptr;
+    }
+
+private:
+    static bool isIn(const CommandPointer &command, CommandData::Status status)
+    {
+        return command->getCommandData()->getStatus() == status;
     }
     void run(const CommandPointer &command)
     {
@@ -195,6 +196,7 @@ private:
     {
         const auto add = [&event](qsizetype number) { event += QChar(static_cast<char16_t>(u'0' + number)); };
         add(int(queue.isPaused()) + 2 * int(queue.isProcessing()) + 4 * int(queue.isActive()));
+        add(commands.indexOf(queue.getNextCommandThatCanBeStarted()));
         for (const CommandPointer &command : queue.getCommands()) {
             add(commands.indexOf(command));
         }
@@ -209,7 +211,7 @@ private:
     }
 
     int depth = 0;
-    TestData records[3] = {TestData(u"A"_s), TestData(u"B"_s), TestData(u"A"_s)};
+    TestData records[3] = {TestData(u"A"_s), TestData(u"a"_s), TestData(u"A"_s)};
     QList<QSharedPointer<TestCommand>> commands;
     Queue queue;
 };

@@ -46,8 +46,10 @@ void checkNames(const QString &text, const QString &other)
     QString last = other;
     S::patientNameToFirstLastName(first, first, last);
     check({first, last}, QStringList{text.section(u' ', 0, 0), text.section(u' ', 1)}, text);
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    check(S::getPatientInitials(text, u"-"_s), u'-' + text.left(finder.toNextBoundary()), text);
+    const auto initial = [](const QString &name) {
+        return name.left(QTextBoundaryFinder(QTextBoundaryFinder::Grapheme, name).toNextBoundary());
+    };
+    check(S::getPatientInitials(text, other), initial(other) + initial(text), text + other);
 
     const QString capitalized = S::makeFirstCharacterUpperLowerTheRest(text);
     check(capitalized, QString(text.left(1)).toUpper() + text.mid(1).toLower(), text);

@@ -13,6 +13,21 @@ class CategoriesRegistryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void copiesAreIndependentAndMovesLeaveNothing()
+    {
+        CategoriesRegistry source;
+        source.insertCategory(u"b"_s);
+        CategoriesRegistry copy(source);
+        source.insertCategory(u"a"_s);
+        const CategoriesRegistry moved(std::move(source));
+        QVERIFY(source.getCategories().isEmpty());
+        QCOMPARE(copy.getCategories(), QList<QString>({u"b"_s}));
+        copy = moved;
+        source = std::move(copy);
+        QVERIFY(copy.getCategories().isEmpty());
+        QCOMPARE(source.getCategories() + moved.getCategories(), QList<QString>({u"b"_s, u"a"_s, u"b"_s, u"a"_s}));
+    }
+
     void registrarEntersIntoItsRegistryOnly()
     {
         CategoriesRegistry registry;

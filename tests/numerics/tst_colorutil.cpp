@@ -72,9 +72,9 @@ private Q_SLOTS:
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
         const QColor red = QColor::fromHsv(0, 255, 155);
-        for (const int amount : {INT_MIN, -1, 0, 155, 156, INT_MAX}) {
-            const int value = amount <= 0 ? 155 : 0;
-            QCOMPARE(ColorUtil::makeDarkerColor(red, amount), QColor::fromHsv(0, 255, value));
+        for (const int amount : {INT_MIN, 0, 155, 156, INT_MAX}) {
+            const QColor half = QColor::fromHsv(359, 90, 155, 128);
+            QCOMPARE(ColorUtil::makeDarkerColor(half, amount), QColor::fromHsv(359, 90, amount <= 0 ? 155 : 0, 128));
         }
         QCOMPARE(ColorUtil::makeDarkerColor(QColor(), 100), QColor::fromHsv(0, 0, 0));
         QCOMPARE(ColorUtil::makeDarkerColor(QColor(150, 150, 150), 100), QColor::fromHsv(-1, 0, 50));

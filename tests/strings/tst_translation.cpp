@@ -61,7 +61,7 @@ private Q_SLOTS:
             }
         });
         const QDeadlineTimer deadline(20000);
-        for (int round = 0; (round < 1000 || !plain || !translated) && !deadline.hasExpired(); ++round) {
+        for (int round = 0; (round < 10000 || !plain || !translated) && !deadline.hasExpired(); ++round) {
             QCoreApplication::installTranslator(&translator);
             QCoreApplication::removeTranslator(&translator);
         }
