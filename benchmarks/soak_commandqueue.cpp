@@ -71,6 +71,8 @@ public:
     std::atomic<int> asked = 0;
     std::atomic<int> processings = 0;
     std::atomic<int> settlements = 0;
+    std::atomic<int> errors = 0;
+    std::atomic<int> queueings = 0;
 };
 
 /** The number of a command tells what it does; most do nothing and finish. */
@@ -102,6 +104,12 @@ public:
         require(record.removed == 1, "removed other than once", &record);
         require(Record::isFinal(status), "not ended", &record);
         require(record.settlements == int(status != CommandData::ERR), "ended other than once", &record);
+        const bool failed = executions > 0 && (kind == 503 || kind == 504);
+        require(record.errors == int(failed), "in error other than once", &record);
+        const int returns = record.queueings - int(kind != asking); // each but the last execution ends so
+        const bool isCancelledLater = status == CommandData::CANCELLED && returns == executions;
+        require(returns == executions - 1 || isCancelledLater, "back in the queue other than once", &record);
+        require(kind == asking ? record.asked > 0 || executions == 0 : record.asked == 0, "asked wrongly", &record);
         require(record.begunRuns == record.endedRuns, "a run without begin or end", &record);
         require(record.processings == executions, "executed without the status", &record);
         require(executions > 0 || status == CommandData::CANCELLED, "ended without execution", &record);
@@ -158,6 +166,8 @@ private:
         }
         const CommandData::Status status = record.getStatus();
         record.processings += status == CommandData::PROCESSING;
+        record.errors += status == CommandData::ERR;
+        record.queueings += status == CommandData::QUEUEING;
         record.settlements += status == CommandData::FINISHED || status == CommandData::CANCELLED;
     }
 
