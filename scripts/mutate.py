@@ -217,7 +217,7 @@ class Project:
         commands = {test["name"]: test["command"] for test in listed}
         self.tests = {test: command for test, command in commands.items() if command[0].startswith(f"{BUILD}/tests/")}
         sources = {path.stem: path for path in TREE.glob("tests/*/*.cpp")}
-        self.sources = {test: sources.get(test, TREE / "tests/surroundings/main.cpp") for test in self.tests}
+        self.sources = {test: sources.get(test, TREE / "tests/surroundings/client.cpp") for test in self.tests}
         self.library_sources = [path for path in self.compile if path.startswith(f"{TREE}/src/")]
         self.link = {name: self.link_command(name) for name in ["Tarnwick", *(self.tests.keys() & sources.keys())]}
         self.includers = collections.defaultdict(set)
@@ -343,6 +343,8 @@ class Bench:
         for test in self.project.tests_for(mutant.file):
             command = self.project.tests[test]
             source = str(self.project.sources[test])
+            if source in affected and test not in self.project.link:
+                continue  # a module, which is not made anew here
             if everything and mutant.failures and not self.project.is_of_subsystem(test, mutant.file):
                 break
             if source in affected:

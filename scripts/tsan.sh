@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Passes every test that uses threads under the thread sanitizer, on a Qt that is built under it, too. What meets chance
-# in them is tried 10,000 times, or as often as TARNWICK_TORTURE_ROUNDS says.
+# Passes every test of src/ that uses threads under the thread sanitizer, on a Qt that is built under it, too. What meets
+# chance in them is tried 10,000 times; in those of the worker as often as TARNWICK_TORTURE_ROUNDS says.
 # usage: scripts/tsan.sh [CTEST-OPTION...]   for example: TARNWICK_TORTURE_ROUNDS=100 scripts/tsan.sh -R commandqueuethread
 #
 # A Qt without the sanitizer hides its locks and its event queue, and every QRecursiveMutex then reads as a race. So the
