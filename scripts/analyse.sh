@@ -15,7 +15,10 @@ cmake -S . -B "$build" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=clang++
     -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=10 -DTARNWICK_WERROR=ON \
     -DTARNWICK_BUILD_TESTS=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
 mapfile -t meta_objects < <(ninja -C "$build" -t targets all | sed -n 's/^\([^/ ]*_autogen\): phony$/\1/p')
-cmake --build "$build" --target "${meta_objects[@]}" >"$build/meta-objects.log"
+cmake --build "$build" --target "${meta_objects[@]}" >"$build/meta-objects.log" || {
+    cat "$build/meta-objects.log" >&2
+    exit 1
+}
 
 # Says what a tool found, and nothing, not even the number of what it suppressed, when it found nothing.
 analyse() { # TOOL [OPTION...] UNIT

@@ -48,11 +48,11 @@ void SaveCommand::handleExecute()
         fail(file.error(), file.errorString());
         return;
     }
-    const bool complete = writeLines(file);
+    const bool written = writeLines(file);
     if (isCancelled()) {
         return; // nothing was committed
     }
-    if (!complete || !file.commit()) {
+    if (!written || !file.commit()) {
         fail(file.error(), file.errorString());
         return;
     }
