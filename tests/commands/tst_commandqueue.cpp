@@ -174,8 +174,7 @@ private Q_SLOTS:
         queue.addCommand({});
         queue.cancelCommand({});
         queue.process();
-        QVERIFY(!queue.hasCommand(nullptr));
-        QVERIFY(log.lines().isEmpty() && queue.getNextCommandThatCanBeStarted().isNull());
+        QVERIFY(log.lines().isEmpty() && !queue.hasCommand(nullptr) && queue.getNextCommandThatCanBeStarted().isNull());
         QTest::ignoreMessage(QtWarningMsg, "there are no commands left to process");
         queue.startNextCommand();
         QVERIFY(!queue.isProcessing());

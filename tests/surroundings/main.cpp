@@ -6,8 +6,11 @@
 #include <cstdlib>
 #include <string_view>
 
-int main(int, char **argv)
+int main(int argc, char **argv)
 {
+    if (argc != 3) {
+        return EXIT_FAILURE;
+    }
     constexpr int rounds = 3;
     const std::string_view state = argv[2];
     for (int round = 1; round <= rounds; ++round) {
