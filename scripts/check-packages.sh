@@ -27,7 +27,7 @@ echo "== a client"
 for package in "$build"/*.deb; do
     dpkg-deb -x "$package" "$root"
 done
-cmake -S tests/consumer -B "$build/client" -G Ninja --log-level=WARNING -DCMAKE_PREFIX_PATH="$root/usr"
+cmake -S tests/package/consumer -B "$build/client" -G Ninja --log-level=WARNING -DCMAKE_PREFIX_PATH="$root/usr"
 grep "^Tarnwick_DIR:PATH=$root/" "$build/client/CMakeCache.txt"
 cmake --build "$build/client"
 "$build/client/consumer"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs each target of tests/fuzz with libFuzzer, under the address and undefined behaviour sanitizers and from its small
-# corpus, and tells how much it has covered of the code that it aims at. Any finding is a failure: its input then lies in
-# build/fuzz/findings, and belongs into tests/fuzz/corpus and, as a row, into a test.
+# Runs each target of tests/fuzz with libFuzzer, under the address and undefined behaviour sanitizers, and prints how much
+# it has covered of the code that it aims at. Any finding is a failure: its input is in build/fuzz/findings, and the fix
+# adds it as a row to a test.
 # usage: scripts/fuzz.sh SECONDS   for each target
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -18,21 +18,22 @@ rm -rf "$build/work"
 mkdir -p "$build/findings"
 export QT_QPA_PLATFORM=offscreen
 failed=0
-for corpus in tests/fuzz/corpus/*; do
-    target=$(basename "$corpus")
+for source in tests/fuzz/fuzz_*.cpp; do
+    target=$(basename "$source" .cpp)
+    target=${target#fuzz_}
     work=$build/work/$target
     mkdir -p "$work/corpus"
     echo "== $target"
     # %m: the program and the library write one profile each.
     if ! LLVM_PROFILE_FILE="$work/%m.profraw" "$build/tests/fuzz_$target" -max_total_time="$seconds" -timeout=30 \
-        -print_final_stats=1 -artifact_prefix="$build/findings/$target-" "$work/corpus" "$corpus" >"$work/log" 2>&1; then
+        -print_final_stats=1 -artifact_prefix="$build/findings/$target-" "$work/corpus" >"$work/log" 2>&1; then
         tail -n 50 "$work/log"
         failed=1
         continue
     fi
     awk '/^stat::number_of_executed_units/ { runs = $2 } /^stat::average_exec_per_sec/ { print runs " runs, " $2 " in a second" }' \
         "$work/log"
-    read -ra aims <<<"$(sed -n 's|^// Aims at: ||p' "tests/fuzz/fuzz_$target.cpp")"
+    read -ra aims <<<"$(sed -n 's|^// Aims at: ||p' "$source")"
     llvm-profdata-14 merge -o "$work/profile" "$work"/*.profraw
     llvm-cov-14 report "$build/src/libTarnwick.so" -instr-profile="$work/profile" "${aims[@]}" |
         awk '/%/ { sub(/.*\//, "", $1); print "lines covered of " $1 ": " $10 }'

@@ -8,4 +8,4 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh
 cmake --preset release --log-level=WARNING
 cmake --build --preset release --target soak_commandqueue
-build/release/benchmarks/soak_commandqueue "${1:-600}"
+build/release/tests/soak_commandqueue "${1:-600}"

@@ -93,6 +93,6 @@ fi
 
 export TARNWICK_TORTURE_ROUNDS=${TARNWICK_TORTURE_ROUNDS:-10000}
 build=build/tsan-threads
-cmake -S tests/tsan -B "$build" -G Ninja -DCMAKE_PREFIX_PATH="$qt" -DCMAKE_BUILD_TYPE=RelWithDebInfo --log-level=WARNING
+cmake -S tests/stress/tsan -B "$build" -G Ninja -DCMAKE_PREFIX_PATH="$qt" -DCMAKE_BUILD_TYPE=RelWithDebInfo --log-level=WARNING
 "${plain_layout[@]}" cmake --build "$build"
 "${plain_layout[@]}" ctest --test-dir "$build" --output-on-failure --no-tests=error "$@"

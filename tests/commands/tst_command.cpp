@@ -1,4 +1,4 @@
-#include "TestCommand.h"
+#include "../support/TestCommand.h"
 
 #include <QTest>
 

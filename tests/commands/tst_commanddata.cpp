@@ -1,5 +1,5 @@
-#include "../LogRecorder.h"
-#include "TestCommand.h"
+#include "../support/LogRecorder.h"
+#include "../support/TestCommand.h"
 
 #include <QMetaEnum>
 #include <QMetaMethod>

@@ -1,4 +1,4 @@
-#include "../LogRecorder.h"
+#include "../support/LogRecorder.h"
 
 #include <foundation/CoreObject.h>
 

@@ -1,6 +1,6 @@
 // Aims at: src/commands/CommandQueue.cpp src/commands/CommandScheduler.cpp
-#include "../LogRecorder.h"
-#include "../commands/TestCommand.h"
+#include "../support/LogRecorder.h"
+#include "../support/TestCommand.h"
 #include "Fuzz.h"
 
 // A queue and a plain model of its rules, on one thread and driven by the same bytes: operations of a client, and more

@@ -1,6 +1,6 @@
 // Aims at: src/conversions
 #include "../../benchmarks/PlainConversions.h"
-#include "../LogRecorder.h"
+#include "../support/LogRecorder.h"
 #include "Fuzz.h"
 
 #include <conversions/StringConversions.h>

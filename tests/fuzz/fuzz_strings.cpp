@@ -1,5 +1,5 @@
 // Aims at: src/strings/StringUtility.cpp
-#include "../LogRecorder.h"
+#include "../support/LogRecorder.h"
 #include "Fuzz.h"
 
 #include <strings/StringUtility.h>

@@ -1,6 +1,6 @@
 // A client in a library of its own, for main.cpp to load and unload.
 
-#include "../commands/TestCommand.h"
+#include "../../support/TestCommand.h"
 
 #include <commands/CommandQueueThread.h>
 #include <logging/CategoriesRegistry.h>
