@@ -25,7 +25,7 @@ void listFolder(const Folder &folder, FolderListing &listing, std::vector<Folder
         if (entry->is_symlink(ignored)) {
             continue;
         }
-        const QString relativePath = folder.relativePath + QString::fromStdString(entry->path().filename().u8string());
+        const QString relativePath = folder.relativePath + QFileInfo(entry->path()).fileName();
         if (entry->is_directory(ignored)) {
             folders.push_back({entry->path(), relativePath + u'/'});
         } else if (entry->is_regular_file(ignored)) {
@@ -34,7 +34,7 @@ void listFolder(const Folder &folder, FolderListing &listing, std::vector<Folder
     }
     if (error) {
         listing.failures.push_back(
-            u"%1: %2"_s.arg(QString::fromStdString(folder.path.u8string()), QString::fromStdString(error.message())));
+            u"%1: %2"_s.arg(QFileInfo(folder.path).filePath(), QString::fromLocal8Bit(error.message())));
     }
 }
 
