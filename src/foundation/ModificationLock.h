@@ -42,7 +42,7 @@ public:
 
 private:
     // living markers, indexed by their type
-    TARNWICK_NO_EXPORT static std::array<std::atomic<unsigned int>, 2> LOCK_COUNTS;
+    static std::array<std::atomic<unsigned int>, 2> LOCK_COUNTS;
 
     const LockType type;
 };
