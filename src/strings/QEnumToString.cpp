@@ -1,45 +1,44 @@
 #include "QEnumToString.h"
 
-#include <QHash>
+#include <QStringView>
 
+#include <array>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
-using namespace Qt::StringLiterals;
-
-namespace QEnumToString {
-
 namespace {
 
-using FileErrorNumber = std::underlying_type_t<QFileDevice::FileError>;
-
-// Filled while the library is loaded, which is before any code of a client runs.
-const QHash<FileErrorNumber, QString> fileDeviceErrorNames = {
-    {QFileDevice::NoError, u"QFileDevice::NoError"_s},
-    {QFileDevice::ReadError, u"QFileDevice::ReadError"_s},
-    {QFileDevice::WriteError, u"QFileDevice::WriteError"_s},
-    {QFileDevice::FatalError, u"QFileDevice::FatalError"_s},
-    {QFileDevice::ResourceError, u"QFileDevice::ResourceError"_s},
-    {QFileDevice::OpenError, u"QFileDevice::OpenError"_s},
-    {QFileDevice::AbortError, u"QFileDevice::AbortError"_s},
-    {QFileDevice::TimeOutError, u"QFileDevice::TimeOutError"_s},
-    {QFileDevice::UnspecifiedError, u"QFileDevice::UnspecifiedError"_s},
-    {QFileDevice::RemoveError, u"QFileDevice::RemoveError"_s},
-    {QFileDevice::RenameError, u"QFileDevice::RenameError"_s},
-    {QFileDevice::PositionError, u"QFileDevice::PositionError"_s},
-    {QFileDevice::ResizeError, u"QFileDevice::ResizeError"_s},
-    {QFileDevice::PermissionsError, u"QFileDevice::PermissionsError"_s},
-    {QFileDevice::CopyError, u"QFileDevice::CopyError"_s},
+// In the order of their values. Constants, so that exit handlers of clients find them, too.
+constexpr std::array<QStringView, 15> fileDeviceErrorNames = {
+    u"QFileDevice::NoError",
+    u"QFileDevice::ReadError",
+    u"QFileDevice::WriteError",
+    u"QFileDevice::FatalError",
+    u"QFileDevice::ResourceError",
+    u"QFileDevice::OpenError",
+    u"QFileDevice::AbortError",
+    u"QFileDevice::TimeOutError",
+    u"QFileDevice::UnspecifiedError",
+    u"QFileDevice::RemoveError",
+    u"QFileDevice::RenameError",
+    u"QFileDevice::PositionError",
+    u"QFileDevice::ResizeError",
+    u"QFileDevice::PermissionsError",
+    u"QFileDevice::CopyError",
 };
 
 } // namespace
 
-QString qFileDeviceError(const QFileDevice::FileError &error)
+QString QEnumToString::qFileDeviceError(const QFileDevice::FileError &error)
 {
     // Copied byte by byte: the language does not let a value beyond the enumeration's range be read as a FileError.
-    FileErrorNumber number = 0;
-    std::memcpy(&number, &error, sizeof(number));
-    return fileDeviceErrorNames.value(number);
+    std::make_unsigned_t<std::underlying_type_t<QFileDevice::FileError>> number = 0;
+    static_assert(sizeof number == sizeof error);
+    std::memcpy(&number, &error, sizeof number);
+    if (number >= fileDeviceErrorNames.size()) {
+        return QString();
+    }
+    const QStringView name = fileDeviceErrorNames[number];
+    return QString::fromRawData(name.data(), name.size()); // allocates nothing
 }
-
-} // namespace QEnumToString

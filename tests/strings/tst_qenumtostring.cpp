@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include <cstdlib>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +23,26 @@ struct EarlyAndLateClient
 };
 
 const EarlyAndLateClient client;
+
+#ifdef __GLIBC__
+void checkName(int, void *)
+{
+    for (std::size_t size = 16; size < 1024; size += 8) {
+        std::memset(std::malloc(size), 0x55, size); // overwrites what has been freed
+    }
+    if (QEnumToString::qFileDeviceError(QFileDevice::CopyError) != u"QFileDevice::CopyError") {
+        std::_Exit(EXIT_FAILURE);
+    }
+}
+
+/** Runs before the library is initialised, so that the handler runs after the library's own exit handlers. */
+void registerLastExitHandler()
+{
+    on_exit(&checkName, nullptr); // atexit() would tie the handler to this program, which ends before the library
+}
+
+[[gnu::section(".preinit_array"), gnu::used]] void (*const beforeInitialisation)() = &registerLastExitHandler;
+#endif
 
 } // namespace
 
