@@ -63,8 +63,9 @@ QString getFirstGrapheme(const QString &text)
 QString StringUtility::stringToSafeFileName(const QString &text)
 {
     QString name = text.trimmed();
-    std::replace_if(
-        name.begin(), name.end(), [](QChar character) { return illegalFileNameCharacters.contains(character); }, u'_');
+    for (const QChar illegal : illegalFileNameCharacters) {
+        name.replace(illegal, u'_');
+    }
     const bool isReserved = std::any_of(reservedDeviceNames.cbegin(),
         reservedDeviceNames.cend(),
         [&name](QStringView reserved) { return reserved.compare(name, Qt::CaseInsensitive) == 0; });
@@ -74,8 +75,9 @@ QString StringUtility::stringToSafeFileName(const QString &text)
 QString StringUtility::removeInvalidCharacters(const QString &text)
 {
     QString result = text;
-    std::replace_if(
-        result.begin(), result.end(), [](QChar character) { return QStringView(u"^_|\\").contains(character); }, u' ');
+    for (const QChar separator : QStringView(u"^_|\\")) {
+        result.replace(separator, u' ');
+    }
     return result.simplified();
 }
 
@@ -99,6 +101,9 @@ QString StringUtility::removeSquareBrackets(const QString &text)
 
 QList<QString> StringUtility::splitOnWhiteSpaces(const QString &text)
 {
+    if (text.isEmpty()) {
+        return {u""_s};
+    }
     QList<QString> parts;
     auto begin = text.cbegin();
     for (;;) {
@@ -143,7 +148,7 @@ QString StringUtility::makeFirstCharacterUpperLowerTheRest(const QString &text)
 
 QString StringUtility::makeFirstCharacterOfPartsUpperCase(const QList<QString> &parts)
 {
-    QString result;
+    QString result = u""_s;
     for (const QString &part : parts) {
         result += u' ' + makeFirstCharacterUpperLowerTheRest(part);
     }

@@ -46,6 +46,27 @@ private Q_SLOTS:
         QTEST(change(text), "expected");
     }
 
+    void nullAndEmpty_data()
+    {
+        QTest::addColumn<QString>("result");
+        QTest::addColumn<bool>("isNull");
+        QTest::newRow("safe name of null") << S::stringToSafeFileName(QString()) << true;
+        QTest::newRow("safe name of empty") << S::stringToSafeFileName(u""_s) << false;
+        QTest::newRow("cleaning of null") << S::removeInvalidCharacters(QString()) << true;
+        QTest::newRow("cleaning of empty") << S::removeInvalidCharacters(u""_s) << false;
+        QTest::newRow("split of null") << S::splitOnWhiteSpaces(QString()).constFirst() << false;
+        QTest::newRow("split of a blank") << S::splitOnWhiteSpaces(u" "_s).constLast() << false;
+        QTest::newRow("capitals of no parts") << S::makeFirstCharacterOfPartsUpperCase({}) << false;
+        QTest::newRow("capitals of a null part") << S::makeFirstCharacterOfPartsUpperCase({QString()}) << false;
+    }
+
+    void nullAndEmpty()
+    {
+        QFETCH(QString, result);
+        QVERIFY(result.isEmpty());
+        QTEST(result.isNull(), "isNull");
+    }
+
     void initials()
     {
         QCOMPARE(S::getPatientInitials(u"e\u0301\u0323ve"_s, u"John"_s), u"Je\u0301\u0323"_s);
