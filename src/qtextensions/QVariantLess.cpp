@@ -6,22 +6,10 @@
 #include <QStringList>
 #include <QUrl>
 #include <QUuid>
-#include <QVariant>
 
-#include <algorithm>
 #include <tuple>
 
 namespace {
-bool isStringLess(const QString &lhs, const QString &rhs)
-{
-    return QtPrivate::compareStrings(lhs, rhs, Qt::CaseSensitive) < 0;
-}
-
-bool isStringListLess(const QStringList &lhs, const QStringList &rhs)
-{
-    return std::lexicographical_compare(lhs.begin(), lhs.end(), rhs.begin(), rhs.end(), isStringLess);
-}
-
 auto toTuple(const QModelIndex &index)
 {
     return std::tuple(index.row(), index.column(), index.internalId(), reinterpret_cast<quintptr>(index.model()));
@@ -46,11 +34,11 @@ bool qtextensions::QVariantLess::operator()(const QVariant &lhs, const QVariant 
     case QMetaType::QChar:
         return lhs.toChar() < rhs.toChar();
     case QMetaType::QString:
-        return isStringLess(lhs.toString(), rhs.toString());
+        return lhs.toString() < rhs.toString();
     case QMetaType::QStringList:
-        return isStringListLess(lhs.toStringList(), rhs.toStringList());
+        return lhs.toStringList() < rhs.toStringList();
     case QMetaType::QByteArray:
-        return QtPrivate::compareMemory(lhs.toByteArray(), rhs.toByteArray()) < 0;
+        return lhs.toByteArray() < rhs.toByteArray();
     case QMetaType::QDate:
         return lhs.toDate() < rhs.toDate();
     case QMetaType::QTime:
