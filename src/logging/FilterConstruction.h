@@ -6,6 +6,7 @@
 #include <tarnwick_export.h>
 
 #include <QString>
+#include <qlogging.h>
 
 namespace logging {
 

@@ -1,6 +1,5 @@
 #include "BaseConverter.h"
 
-#include <QString>
 #include <QVarLengthArray>
 
 #include <algorithm>

@@ -3,9 +3,9 @@
 
 #include <tarnwick_export.h>
 
-#include <string>
+#include <QString>
 
-class QString;
+#include <string>
 
 /**
  * @brief Rewrites a non-negative whole number of any length from one digit alphabet into another.

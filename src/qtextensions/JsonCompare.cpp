@@ -4,7 +4,6 @@
 #include <QCborMap>
 #include <QHashFunctions>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QVarLengthArray>
 #include <QVariant>

@@ -3,7 +3,7 @@
 
 #include <tarnwick_export.h>
 
-class QJsonDocument;
+#include <QJsonDocument>
 
 /** Comparison of JSON documents. */
 namespace json {

@@ -3,7 +3,7 @@
 
 #include <tarnwick_export.h>
 
-class QVariant;
+#include <QVariant>
 
 /** Additions to Qt's own classes. */
 namespace qtextensions {

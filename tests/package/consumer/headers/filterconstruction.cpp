@@ -1,0 +1,6 @@
+#include <logging/FilterConstruction.h>
+
+QString makeFilter()
+{
+    return logging::getFilterConstructionSubstring(QString(), true, QtDebugMsg);
+}

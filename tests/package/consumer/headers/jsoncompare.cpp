@@ -1,0 +1,6 @@
+#include <qtextensions/JsonCompare.h>
+
+bool compareDocuments()
+{
+    return json::compare(QJsonDocument(), QJsonDocument());
+}

@@ -1,0 +1,6 @@
+#include <strings/QEnumToString.h>
+
+QString nameError()
+{
+    return QEnumToString::qFileDeviceError(QFileDevice::NoError);
+}

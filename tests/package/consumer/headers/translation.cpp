@@ -1,0 +1,6 @@
+#include <strings/Translation.h>
+
+QString translate()
+{
+    return strings::tr(QString(), QString());
+}
