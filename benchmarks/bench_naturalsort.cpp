@@ -41,7 +41,7 @@ void sortPlainly(QList<QString> &list)
 QList<QString> makeNames(int size, Kind kind)
 {
     QRandomGenerator random(1);
-    const QString &pattern = kind == Kind::Ascii ? u"Series %1/image%2.dcm"_s : u"Ansicht %1/Größe%2.dcm"_s;
+    const QString &pattern = kind == Kind::Ascii ? u"Series %1/image%2.png"_s : u"Ansicht %1/Größe%2.png"_s;
     QList<QString> names;
     names.reserve(size);
     for (int i = 0; i < size; ++i) {

@@ -22,10 +22,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expected");
         QTest::newRow("context outside ASCII") << u"Überblick"_s << u"Open"_s << u"Offen"_s;
         QTest::newRow("no such context") << u"Nowhere"_s << u"Open"_s << u"Open"_s;
-        QTest::newRow("key outside ASCII") << u"Patient"_s << u"Größe ≥ 2 m"_s << u"Height ≥ 2 m"_s;
-        QTest::newRow("no such key") << u"Patient"_s << u"木 😀"_s << u"木 😀"_s;
-        QTest::newRow("no disambiguation") << u"Patient"_s << u"Close"_s << u"Zu"_s;
-        QTest::newRow("no plural") << u"Patient"_s << u"%n of %1"_s << u"%n von %1"_s;
+        QTest::newRow("key outside ASCII") << u"Window"_s << u"Größe ≥ 2 m"_s << u"Height ≥ 2 m"_s;
+        QTest::newRow("no such key") << u"Window"_s << u"木 😀"_s << u"木 😀"_s;
+        QTest::newRow("no disambiguation") << u"Window"_s << u"Close"_s << u"Zu"_s;
+        QTest::newRow("no plural") << u"Window"_s << u"%n of %1"_s << u"%n von %1"_s;
     }
 
     void translates()
@@ -56,7 +56,7 @@ private Q_SLOTS:
         std::atomic<int> other = 0;
         std::thread reader([&] {
             while (!done) {
-                const QString text = strings::tr("Patient", u"Close"_s);
+                const QString text = strings::tr("Window", u"Close"_s);
                 ++(text == u"Close" ? plain : text == u"Zu" ? translated : other);
             }
         });

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en_US">
 <context>
-    <name>Patient</name>
+    <name>Window</name>
     <message>
         <source>Open</source>
         <translation>Öffnen</translation>
