@@ -14,37 +14,12 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 plain_layout=()
 setarch -R true 2>/dev/null && plain_layout=(setarch -R)
 
-scripts/setup.sh dpkg-dev perl
+scripts/setup.sh perl
 
 version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/tarnwick/qt-tsan
 qt=$cache/build
 recipe="$version, sharing in stated order"
-
-# Gets the source package into $cache/source. The index is read into the cache from the repository of this machine's own
-# qt6-base-dev, with the keys named there; the machine's sources and indexes stay as they are.
-fetch_qt() {
-    local repository file
-    local -a options=(
-        -q -o APT::Sandbox::User="$(id -un)"
-        -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$cache/apt/sources"
-        -o Dir::State::lists="$cache/apt/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
-    )
-
-    repository=$(apt-cache madison qt6-base-dev | awk -v version="$version" 'index($3, version) == 1 && !found++ { print $5 }')
-    rm -rf "$cache/apt/sources" "$cache/source" "$cache"/qt6-base_*
-    mkdir -p "$cache/apt/sources" "$cache/apt/lists"
-    for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list /etc/apt/sources.list.d/*.sources; do
-        if [ -n "$repository" ] && grep -qsF "$repository" "$file"; then
-            sed -E 's/^Types:.*/Types: deb-src/; s/^deb([[:blank:]])/deb-src\1/' "$file" \
-                >"$cache/apt/sources/$(basename "$file")"
-        fi
-    done
-
-    apt-get "${options[@]}" update
-    (cd "$cache" && apt-get "${options[@]}" source --only-source --download-only "qt6-base=$version")
-    dpkg-source --no-check -x "$cache"/qt6-base_*.dsc "$cache/source"
-}
 
 # Has Qt's implicit sharing state the order that it relies on. Before it overwrites shared data in place, it asks with a
 # relaxed load whether anybody else holds a reference. Where another thread has just dropped the one that it read the
@@ -86,7 +61,7 @@ if ! have_qt; then
     rm -f "$cache/done"
     echo "tsan: building Qt $version with the thread sanitizer; what it says goes to $cache/build.log"
     trap 'have_qt || { tail -n 20 "$cache/build.log"; echo "tsan: no Qt, see $cache/build.log"; } >&2' EXIT
-    fetch_qt >"$cache/build.log" 2>&1
+    scripts/fetch-source.sh qt6-base-dev "$cache/source" >"$cache/build.log" 2>&1
     (state_order) >>"$cache/build.log" 2>&1
     build_qt >>"$cache/build.log" 2>&1
 fi
