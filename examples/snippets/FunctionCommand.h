@@ -8,7 +8,7 @@
 #include <utility>
 
 //! [command]
-// A record that has a title and nothing else.
+// A record with a title.
 class TitledData : public CommandData
 {
 public:
@@ -25,7 +25,7 @@ private:
     const QString title;
 };
 
-// A command that can always be started, and whose work is a function.
+// A command that calls a function.
 class FunctionCommand : public Command
 {
 public:

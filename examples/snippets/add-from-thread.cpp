@@ -1,4 +1,4 @@
-// Adds commands on a thread of its own, while the thread that made the worker runs no event loop.
+// Adds commands on another thread than the one that created the worker, which runs no event loop.
 
 #include "FunctionCommand.h"
 
@@ -7,9 +7,11 @@
 #include <QSemaphore>
 #include <QTextStream>
 
+#include <memory>
+
 //! [recipe]
-// To be called on any thread. commandAdded() wakes the worker through the thread that made it, which may be asleep or
-// busy for long; restart() wakes it at once.
+// May be called on any thread. commandAdded() wakes the worker through the event loop of the thread that created it;
+// restart() wakes it at once.
 void addAndWake(CommandQueueThread &worker, const QSharedPointer<Command> &command)
 {
     worker.getCommandQueue().addCommand(command);

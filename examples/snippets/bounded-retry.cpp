@@ -1,80 +1,101 @@
-// Has a queue execute a command again after a failure, up to a number of times.
+// Has a queue execute a failed command again, up to a number of times, and keep the order of priorities.
 
-#include "FunctionCommand.h"
+#include "PriorityScheduler.h"
 
 #include <commands/CommandQueue.h>
 
-#include <QHash>
 #include <QMutexLocker>
 #include <QTextStream>
 
+#include <memory>
+
 //! [recipe]
-// Executes a command that has failed with CommandData::RETRY_ERROR_CODE again, behind all others.
+// The record of a command that may be executed again after CommandData::RETRY_ERROR_CODE.
+class RetriedData : public PrioritisedData
+{
+public:
+    RetriedData(const QString &title, int priority, int maximumRetries)
+        : PrioritisedData(title, priority)
+        , maximumRetries(maximumRetries)
+    {
+    }
+
+    // A message without a code is that of an earlier execution, and a new one is not worth a line in the log.
+    QString getErrorMessage() const override
+    {
+        return getErrorCode() == 0 ? QString() : CommandData::getErrorMessage();
+    }
+
+    const int maximumRetries;
+    int retries = 0; // used on the worker only
+};
+
 class RetryingQueue : public CommandQueue
 {
 public:
-    explicit RetryingQueue(int maximumRetries)
-        : maximumRetries(maximumRetries)
-    {
-        // A direct slot: it runs before anybody else can use the address of the record, and with the lock held.
-        const auto forget = [this](CommandData *data) { retries.remove(data); };
-        connect(this, &CommandQueue::commandRemoved, this, forget, Qt::DirectConnection);
-    }
+    using CommandQueue::CommandQueue;
 
 protected:
     void handleCommandInError() override // on the worker, without the lock
     {
-        const bool isTransient = currentCommand->getCommandData()->getErrorCode() == CommandData::RETRY_ERROR_CODE;
-        if (!isTransient || !requeue()) {
+        auto *const data = dynamic_cast<RetriedData *>(currentCommand->getCommandData());
+        const bool canBeRetried = data && data->getErrorCode() == CommandData::RETRY_ERROR_CODE;
+        if (!canBeRetried || data->retries == data->maximumRetries) {
             CommandQueue::handleCommandInError(); // removes the command and clears currentCommand
+            return;
+        }
+        ++data->retries;
+        data->setErrorCode(0);
+        data->setStatus(CommandData::QUEUEING);
+        if (!keepListed()) {
+            data->setStatus(CommandData::CANCELLED);
+            CommandQueue::handleCommandInError();
         }
     }
 
 private:
-    bool requeue()
+    // Leaves the command where it is in the list, unless it was cancelled: whoever cancelled it while it was current
+    // relies on its removal. So the flag is checked and currentCommand cleared in one critical section.
+    bool keepListed()
     {
-        QSharedPointer<Command> retired; // ahead of the locker: the last reference must not go with the lock held
+        QSharedPointer<Command> released; // declared before the locker: destroyed after unlocking
         const QMutexLocker lock(&mutex);
-        CommandData *const data = currentCommand->getCommandData();
-        // Whoever cancelled the command while it was current relies on its removal now, so look in this very hold.
-        if (currentCommand->isCancelled() || retries.value(data) == maximumRetries) {
+        if (currentCommand->isCancelled()) {
             return false;
         }
-        ++retries[data];
-        data->setStatus(CommandData::QUEUEING);
-        commands.removeOne(currentCommand);
-        commands.append(currentCommand);
-        retired.swap(currentCommand); // the other duty: no command is current any more
+        released.swap(currentCommand);
         return true;
     }
-
-    const int maximumRetries;
-    QHash<CommandData *, int> retries; // guarded by mutex
 };
 //! [recipe]
 
 int main()
 {
     QTextStream out(stdout);
-    TitledData flaky(QStringLiteral("flaky"));
-    TitledData broken(QStringLiteral("broken"));
     TitledData sound(QStringLiteral("sound"));
+    RetriedData broken(QStringLiteral("broken"), 1, 2);
+    RetriedData flaky(QStringLiteral("flaky"), 2, 2);
 
-    RetryingQueue queue(2);
+    RetryingQueue queue(std::make_unique<PriorityScheduler>());
     QObject::connect(&queue, &CommandQueue::commandRemoved, &queue, [&out](CommandData *data) {
-        out << data->getTitle() << ": " << data->getStatusAsString() << '\n';
+        out << data->getTitle() << ": " << data->getStatusAsString() << ", code " << data->getErrorCode()
+            << ", message \"" << data->getErrorMessage() << "\"\n";
     });
-    int flakyFailures = 0;
+    const auto fail = [](Command &command) {
+        command.getCommandData()->setErrorCode(CommandData::RETRY_ERROR_CODE);
+        command.getCommandData()->setErrorMessage(QStringLiteral("busy"));
+        command.setError(CommandData::RETRY_ERROR_CODE);
+    };
+    queue.addCommand(QSharedPointer<FunctionCommand>::create(&sound, [&out](Command &) { out << "sound runs\n"; }));
+    queue.addCommand(QSharedPointer<FunctionCommand>::create(&broken, [&](Command &command) {
+        out << "broken runs\n";
+        fail(command);
+    }));
     queue.addCommand(QSharedPointer<FunctionCommand>::create(&flaky, [&](Command &command) {
         out << "flaky runs\n";
-        if (++flakyFailures <= 2) {
-            command.setError(CommandData::RETRY_ERROR_CODE);
+        if (flaky.retries < 2) {
+            fail(command);
         }
     }));
-    queue.addCommand(QSharedPointer<FunctionCommand>::create(&broken, [&out](Command &command) {
-        out << "broken runs\n";
-        command.setError(CommandData::RETRY_ERROR_CODE);
-    }));
-    queue.addCommand(QSharedPointer<FunctionCommand>::create(&sound, [&out](Command &) { out << "sound runs\n"; }));
     queue.process(); // as a CommandQueueThread does on its worker
 }

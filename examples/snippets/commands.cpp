@@ -1,4 +1,4 @@
-// Saves three documents on a worker: one has to be asked about first, and one fails.
+// Saves three documents on a worker: one needs an answer of the user first, and one fails.
 
 //! [example]
 #include <commands/CommandQueueThread.h>
@@ -42,8 +42,9 @@ protected:
     void handleExecute() override // on the worker, without the queue's lock
     {
         if (data->isOnFullDisk) {
-            setError(28);
+            data->setErrorCode(28); // before the message, whose line in the log shows it
             data->setErrorMessage(QStringLiteral("no space left"));
+            setError(28); // last: slots connected directly to statusChanged find code and message
         }
     }
 
@@ -56,18 +57,18 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
 
-    // The records: made before the worker and destroyed after it.
+    // The records: created before the worker and destroyed after it.
     std::vector<std::unique_ptr<SaveData>> records;
     records.push_back(std::make_unique<SaveData>(QStringLiteral("letter"), false));
     records.push_back(std::make_unique<SaveData>(QStringLiteral("report"), false));
     records.push_back(std::make_unique<SaveData>(QStringLiteral("sketch"), true));
-    records[1]->setStatus(CommandData::REQUIRE_USER_ACTION); // there is such a file already
+    records[1]->setStatus(CommandData::REQUIRE_USER_ACTION); // the file exists already
 
     CommandQueueThread worker;
     CommandQueue &queue = worker.getCommandQueue();
     std::size_t waiting = records.size();
 
-    // With the application as context, the slots run on this thread, when the queue has gone on or stands still.
+    // With the application as context, the slots run on this thread, after the queue has gone on or paused.
     QObject::connect(&queue, &CommandQueue::commandRemoved, &application, [&](CommandData *data) {
         out << data->getTitle() << ": " << data->getStatusAsString();
         out << (data->getErrorCode() == 0 ? QString() : QStringLiteral(", ") + data->getErrorMessage()) << Qt::endl;
@@ -76,12 +77,12 @@ int main(int argc, char *argv[])
         }
     });
     QObject::connect(&queue, &CommandQueue::awaitingUserAction, &application, [&](CommandData *data) {
-        // A command that is added while the queue waits makes it ask again, so the answer may have been given already.
+        // A command that is added while the queue waits makes it ask again: the answer may have been given already.
         if (data->getStatus() == CommandData::REQUIRE_USER_ACTION) {
             out << data->getTitle() << ": overwrite? yes" << Qt::endl;
             data->setStatus(CommandData::QUEUEING);
         }
-        worker.restart(); // in any case: each question is a pause
+        worker.restart(); // in any case: each awaitingUserAction is a pause
     });
 
     worker.start();

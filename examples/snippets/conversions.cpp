@@ -1,4 +1,4 @@
-// Keeps the state of a window as texts, and reads texts that a user may have edited.
+// Writes the state of a window as texts, and reads texts that a user may have edited.
 
 //! [example]
 #include <conversions/StringConversions.h>
@@ -9,7 +9,7 @@ int main()
 {
     QTextStream out(stdout);
 
-    // There and back.
+    // Written and read back.
     const QString geometry = StringConversions::rectToString(QRect(10, 20, 640, 480));
     const QString zoom = StringConversions::vector2DToString(QVector2D(1.5F, 0.1F), 3, true);
     const QString versions = StringConversions::mapToString(
@@ -17,10 +17,10 @@ int main()
     out << geometry << '\n' << zoom << '\n' << versions << '\n';
     out << (StringConversions::stringToRect(geometry) == QRect(10, 20, 640, 480)) << '\n';
 
-    // A reader that falls back cannot tell a bad text from a good one; here the caller's own value does.
+    // A default outside the valid range shows that the text is invalid.
     out << StringConversions::stringToInt(QStringLiteral("12 px"), -1) << '\n';
 
-    // A reader that refuses tells.
+    // Readers that return an Optional refuse an invalid text.
     const QString edited = QStringLiteral("core 1.2.3 | ui");
     const auto map = StringConversions::stringToStringVersionMap(edited); // logs a warning
     out << (map.hasValue() ? "accepted" : "refused") << '\n';

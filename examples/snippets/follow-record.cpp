@@ -1,4 +1,4 @@
-// Follows commands on another thread than the worker, though their records go with them.
+// Follows commands whose records are destroyed on the worker, from another thread.
 
 #include "FunctionCommand.h"
 
@@ -10,7 +10,7 @@
 #include <functional>
 
 //! [recipe]
-// What a listener shows of a command, copied at the moment of the signal: nothing in it can go away.
+// What a listener shows of a command, copied at the time of the signal.
 struct CommandUpdate
 {
     QString title;
@@ -18,9 +18,8 @@ struct CommandUpdate
     QString statusText;
 };
 
-// Has `receive` called on the thread of `receiver` for each change of status. The slot is connected directly: it runs
-// where the status changes, while the record is certainly there, and only the copy travels. `receiver` has to outlive
-// the worker.
+// Calls `receive` on the thread of `receiver` for each change of status. The slot is connected directly: it runs while
+// the record exists, and only the copy is posted. `receiver` has to outlive the worker.
 void follow(CommandData &data, QObject &receiver, std::function<void(const CommandUpdate &)> receive)
 {
     const auto post = [&receiver, receive = std::move(receive)](CommandData *record) {
@@ -31,7 +30,7 @@ void follow(CommandData &data, QObject &receiver, std::function<void(const Comma
     QObject::connect(&data, &CommandData::statusChanged, &receiver, post, Qt::DirectConnection);
 }
 
-// A command that owns its record. Nobody may name the record to another thread then, since both die on the worker.
+// A command that owns its record. No queued signal may name the record then: the worker may destroy both.
 class SelfContainedCommand : public FunctionCommand
 {
 public:
@@ -51,7 +50,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
-    QObject receiver; // made before the worker
+    QObject receiver; // created before the worker
 
     CommandQueueThread worker;
     worker.start();

@@ -1,4 +1,4 @@
-// Types by name, a marker against changes, and a value that may be missing.
+// Types by name, a marker against changes, and an optional value.
 
 //! [example]
 #include <foundation/CoreObject.h>
@@ -23,7 +23,7 @@ public:
     const QString getTypeId() const override { return getClassTypeId(); }
 };
 
-// Gives nothing while somebody has marked the data as not to be changed.
+// Returns an empty Optional while the data are marked as being modified.
 static utility::Optional<int> increase(int value)
 {
     if (utility::ModificationLock::isLocked(utility::ModificationLock::Data)) {

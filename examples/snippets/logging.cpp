@@ -1,4 +1,4 @@
-// Two modules register their logging categories, and the application switches one of them.
+// Two modules register their logging categories, and the application switches them on and off.
 
 //! [example]
 #include <logging/CategoriesRegistry.h>
@@ -7,8 +7,8 @@
 #include <QLoggingCategory>
 #include <QTextStream>
 
-// Beside each other in the source file of a module. The category is a function, so it is there whenever it is asked
-// for.
+// Both are in one source file of the module. The category is a function, so the order in which static objects are
+// created does not matter.
 Q_LOGGING_CATEGORY(network, "app.network")
 static const logging::CategoriesRegistrar networkRegistrar(
     network, logging::CategoriesRegistrySingleton::getInstance());
@@ -22,7 +22,7 @@ int main()
     QTextStream out(stdout);
     out << "categories: " << logging::CategoriesRegistrySingleton::getInstance().getCategories().join(u' ') << '\n';
 
-    // Rules are lines, and later ones win.
+    // One rule a line; a later rule wins.
     const QString rules = logging::getDefaultApplicationFilter() + u'\n'
         + logging::getFilterConstructionSubstring(QStringLiteral("app.network"), true, QtDebugMsg) + u'\n'
         + logging::getFilterConstructionSubstring(QStringLiteral("app.storage"), false, {});

@@ -1,4 +1,4 @@
-// Digits in other bases, at any length, and colours.
+// Digits in other bases, of any length, and colours.
 
 //! [example]
 #include <numerics/BaseConverter.h>
@@ -11,7 +11,7 @@ int main()
 {
     QTextStream out(stdout);
 
-    // The identifier of a study, 128 bits long, shorter by base 16.
+    // The largest number of 128 bits.
     const BaseConverter &toHex = BaseConverter::getDecimalToHexConverter();
     const QString hex = toHex.convert(QStringLiteral("340282366920938463463374607431768211455"));
     out << hex << '\n' << BaseConverter::getHexToDecimalConverter().convert(hex) << '\n';
@@ -20,7 +20,7 @@ int main()
     out << ColorUtil::interpolate(QColor(Qt::red), QColor(Qt::blue), 0.25).name() << '\n';
     out << ColorUtil::makeDarkerColor(QColor(Qt::green), 0.5F).name() << '\n';
 
-    // Red stands in the lowest byte, and alpha in the highest.
+    // Red is the lowest byte, alpha the highest.
     const unsigned int packed = ColorUtil::toAABBGGRR(QColor(0x11, 0x22, 0x33, 0x44), true);
     out << QString::number(packed, 16) << '\n' << ColorUtil::toQColor(packed).name(QColor::HexArgb) << '\n';
 }

@@ -1,53 +1,19 @@
 // Has a queue run the most urgent command first.
 
-#include "FunctionCommand.h"
+#include "PriorityScheduler.h"
 
 #include <commands/CommandQueue.h>
 
 #include <QTextStream>
 
-#include <algorithm>
-
-//! [recipe]
-class PrioritisedData : public TitledData
-{
-public:
-    PrioritisedData(const QString &title, int priority)
-        : TitledData(title)
-        , priority(priority)
-    {
-    }
-
-    const int priority;
-};
-
-// Puts a command behind all of its own or a higher priority. The running command keeps running, wherever it stands.
-class PriorityScheduler : public CommandScheduler
-{
-public:
-    void schedule(QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *) override
-    {
-        const auto isMoreUrgent = [](const QSharedPointer<Command> &first, const QSharedPointer<Command> &second) {
-            return getPriority(*first) > getPriority(*second);
-        };
-        commands.insert(std::upper_bound(commands.cbegin(), commands.cend(), command, isMoreUrgent), command);
-    }
-
-private:
-    static int getPriority(Command &command)
-    {
-        const auto *data = dynamic_cast<const PrioritisedData *>(command.getCommandData());
-        return data ? data->priority : 0;
-    }
-};
-//! [recipe]
+#include <memory>
 
 int main()
 {
     QTextStream out(stdout);
     PrioritisedData later(QStringLiteral("later"), -1);
-    TitledData first(QStringLiteral("first of the plain"));
-    TitledData second(QStringLiteral("second of the plain"));
+    TitledData first(QStringLiteral("first without a priority"));
+    TitledData second(QStringLiteral("second without a priority"));
     PrioritisedData urgent(QStringLiteral("urgent"), 1);
 
     CommandQueue queue(std::make_unique<PriorityScheduler>());

@@ -1,4 +1,4 @@
-// Shows how far a command is, and how far the whole queue.
+// Shows the progress of a command and of all commands.
 
 #include "FunctionCommand.h"
 
@@ -11,7 +11,7 @@
 #include <vector>
 
 //! [recipe]
-// The record of work in equal steps. The worker counts, and any thread may read.
+// The record of work in equal steps. The worker counts them, any thread may read.
 class SteppedData : public TitledData
 {
 public:
@@ -21,6 +21,7 @@ public:
     {
     }
 
+    void begin() { finishedSteps = 0; } // a command may be executed more than once
     void finishStep()
     {
         ++finishedSteps;
@@ -28,7 +29,7 @@ public:
     }
     int getPercent() const { return 100 * finishedSteps / stepCount; }
 
-    // What failed or was cancelled has no steps left to do, however far it came.
+    // A command that failed or was cancelled has no steps left, however many it has finished.
     int getSettledSteps() const
     {
         const Status status = getStatus();
@@ -41,7 +42,7 @@ private:
     std::atomic<int> finishedSteps = 0;
 };
 
-// The progress of all commands that were added, be they waiting, running or gone: their records outlive them.
+// The progress of all commands, waiting, running or removed: the records outlive them.
 int getPercentOfAll(const std::vector<std::unique_ptr<SteppedData>> &records)
 {
     int settledSteps = 0;
@@ -63,7 +64,7 @@ int main()
 
     CommandQueue queue;
     //! [connect]
-    // On a window, the context is the object that paints: its thread then reads the latest counts, at its own pace.
+    // In a window, the context is the object that paints, and the slot runs on its thread.
     const auto show = [&](CommandData *data) {
         out << data->getTitle() << ' ' << static_cast<SteppedData *>(data)->getPercent() << " %, all "
             << getPercentOfAll(records) << " %\n";
@@ -75,10 +76,12 @@ int main()
     //! [connect]
 
     queue.addCommand(QSharedPointer<FunctionCommand>::create(records[0].get(), [&records](Command &command) {
+        records[0]->begin();
         records[0]->finishStep();
         command.setError(1);
     }));
     queue.addCommand(QSharedPointer<FunctionCommand>::create(records[1].get(), [&records](Command &) {
+        records[1]->begin();
         records[1]->finishStep();
         records[1]->finishStep();
     }));

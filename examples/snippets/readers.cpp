@@ -1,4 +1,4 @@
-// What each reader makes of texts that it cannot use. Results are written by the writer of the same type.
+// What each reader returns for invalid texts. The writer of the same type shows the results.
 
 #include <conversions/StringConversions.h>
 #include <strings/StringUtility.h>

@@ -1,4 +1,4 @@
-// Holds one command back while the others run, and lets it go by its title.
+// Holds one command back while the others run, and resumes it by its title.
 
 #include "FunctionCommand.h"
 
@@ -12,7 +12,7 @@
 #include <vector>
 
 //! [recipe]
-// A command that is held back while it is paused. The queue passes it over and goes on with those behind it.
+// A command that cannot be started while it is paused. The queue skips it and runs the commands behind it.
 class HoldableCommand : public FunctionCommand
 {
 public:
@@ -20,8 +20,8 @@ public:
     bool canBeStarted() const override { return !isPaused(); }
 };
 
-// Lets the first listed command of this title go; returns whether there is one. The same by getReference() finds
-// exactly one, if references are unique.
+// Resumes the first listed command with this title; returns whether there is one. References are unique where titles
+// are not.
 bool resumeByTitle(CommandQueueThread &worker, const QString &title)
 {
     const auto commands = worker.getCommandQueue().getCommands(); // a copy that keeps them alive

@@ -3,5 +3,5 @@ execute_process(COMMAND "${PROGRAM}" OUTPUT_VARIABLE output RESULT_VARIABLE resu
 file(READ "${EXPECTED}" expected)
 if(NOT result STREQUAL "0" OR NOT output STREQUAL expected)
     message(NOTICE "-- printed:\n${output}-- expected:\n${expected}-- exit code: ${result}")
-    message(FATAL_ERROR "${PROGRAM} does not do what ${EXPECTED} says")
+    message(FATAL_ERROR "${PROGRAM} does not print what is in ${EXPECTED}")
 endif()

@@ -1,4 +1,4 @@
-// Turns the library's optional values into those of the standard, and back.
+// Converts the library's optional values to those of the standard, and back.
 
 #include <conversions/StringConversions.h>
 

@@ -1,4 +1,4 @@
-// What a list of documents needs of texts.
+// Names, lists and versions as an application with a list of documents handles them.
 
 //! [example]
 #include <strings/NaturalSort.h>
@@ -17,14 +17,14 @@ int main()
     QLocale::setDefault(QLocale(QLocale::English));
     QTextStream out(stdout);
 
-    // A title becomes the name of a file, and names are sorted as a person reads them.
+    // A title becomes the name of a file. Numbers within names are compared as numbers.
     QStringList names{QStringLiteral("page 10"),
         StringUtility::stringToSafeFileName(QStringLiteral(" what? ")),
         QStringLiteral("page 9")};
     NaturalSort::sort(names);
     out << names.join(u',') << '\n';
 
-    // Lists as sets. The order of a difference is open, so sort what is shown.
+    // The order of a difference is unspecified; sort it before it is shown.
     QStringList missing = StringListOperations::subtract(names, {QStringLiteral("page 9"), QStringLiteral("what_")});
     out << missing.join(u',') << '\n';
 

@@ -11,24 +11,30 @@
 #include <vector>
 
 //! [recipe]
-// Returns once the list of the queue is empty. Not for the worker, nor for a slot or hook that runs with the queue's
-// lock held. A paused queue does not drain.
-void waitUntilDrained(CommandQueue &queue)
+// Waits until the list of the queue is empty or the worker has ended; returns whether the list is empty. A command that
+// is added after stop() stays in the list. Must not be called on the worker, nor by a slot or hook that runs with the
+// queue's lock held. The list of a paused queue does not become empty, nor that of a worker that is never started.
+bool waitUntilDrained(CommandQueueThread &worker)
 {
-    // Shared with the slot, which another thread may still be in when this function returns.
-    const auto removals = std::make_shared<QSemaphore>();
-    const auto count = [removals] { removals->release(); };
-    const auto connection =
-        QObject::connect(&queue, &CommandQueue::commandRemoved, &queue, count, Qt::DirectConnection);
-    while (!queue.getCommands().isEmpty()) { // connected first, so no removal after this look goes uncounted
-        removals->acquire();
+    CommandQueue &queue = worker.getCommandQueue();
+    // Shared with the slots: another thread may still be in one when this function returns.
+    const auto changes = std::make_shared<QSemaphore>();
+    const auto count = [changes] { changes->release(); };
+    // Connected before the first look, so that no change after it is missed.
+    const auto removals = QObject::connect(&queue, &CommandQueue::commandRemoved, &queue, count, Qt::DirectConnection);
+    const auto end = QObject::connect(&worker, &QThread::finished, &worker, count, Qt::DirectConnection);
+    while (!queue.getCommands().isEmpty() && !worker.isFinished()) {
+        changes->acquire();
     }
-    QObject::disconnect(connection);
+    QObject::disconnect(removals);
+    QObject::disconnect(end);
+    return queue.getCommands().isEmpty();
 }
 //! [recipe]
 
 int main()
 {
+    QTextStream out(stdout);
     std::vector<std::unique_ptr<TitledData>> records;
     for (int number = 0; number < 100; ++number) {
         records.push_back(std::make_unique<TitledData>(QString::number(number)));
@@ -37,13 +43,17 @@ int main()
     CommandQueueThread worker;
     worker.start();
     int executed = 0; // used by the worker alone until the queue is drained
-    for (const auto &record : records) {
+    const auto add = [&worker, &executed](TitledData &data) {
         const auto work = [&executed](Command &) { ++executed; };
-        worker.getCommandQueue().addCommand(QSharedPointer<FunctionCommand>::create(record.get(), work));
+        worker.getCommandQueue().addCommand(QSharedPointer<FunctionCommand>::create(&data, work));
+    };
+    for (const auto &record : records) {
+        add(*record);
     }
-    waitUntilDrained(worker.getCommandQueue());
-    QTextStream(stdout) << executed << " commands executed\n";
+    out << "drained: " << waitUntilDrained(worker) << ", executed: " << executed << '\n';
 
     worker.stop();
+    add(*records.front()); // too late: nothing executes it
+    out << "drained: " << waitUntilDrained(worker) << '\n';
     worker.wait();
 }
