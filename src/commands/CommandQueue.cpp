@@ -6,8 +6,41 @@
 #include <algorithm>
 #include <utility>
 
-// References to commands are let go without the mutex, since the last one runs a client's destructor: what leaves a
-// field or a list under the mutex lies in a local that was declared before the locker, and so dies after it.
+namespace {
+using References = QVarLengthArray<QSharedPointer<Command>, 2>;
+
+// Holds the queue's mutex, and releases references to commands only after the outermost section of the thread has
+// unlocked it: the last reference runs a client's destructor, which may take any lock. Whatever drops a reference
+// inside a section appends it to `deferred`.
+class CriticalSection
+{
+public:
+    CriticalSection(QRecursiveMutex &mutex, References *&deferred)
+        : mutex(mutex)
+        , deferred(deferred)
+    {
+        mutex.lock();
+        if (!deferred) {
+            deferred = &references;
+        }
+    }
+
+    ~CriticalSection()
+    {
+        if (deferred == &references) {
+            deferred = nullptr;
+        }
+        mutex.unlock();
+    }
+
+    Q_DISABLE_COPY_MOVE(CriticalSection)
+
+private:
+    References references; // destroyed after the destructor's body has unlocked the mutex
+    QRecursiveMutex &mutex;
+    References *&deferred; // of the outermost section
+};
+} // namespace
 
 CommandQueue::CommandQueue()
     : CommandQueue(std::make_unique<CommandScheduler>())
@@ -26,12 +59,15 @@ void CommandQueue::addCommand(QSharedPointer<Command> command)
     if (!command) {
         return;
     }
-    if (CommandData *const data = command->getCommandData(); data->getStatus() != CommandData::REQUIRE_USER_ACTION) {
+    CommandData *const data = command->getCommandData();
+    Q_ASSERT_X(data, "CommandQueue::addCommand", "the command has no record");
+    if (data->getStatus() != CommandData::REQUIRE_USER_ACTION) {
         data->setStatus(CommandData::QUEUEING);
     }
-    const QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
     scheduler->schedule(commands, command, currentCommand.data());
     Q_EMIT commandAdded(command);
+    deferred->append(std::move(command)); // the scheduler may have refused it
 }
 
 void CommandQueue::cancelCommand(QSharedPointer<Command> command)
@@ -39,24 +75,23 @@ void CommandQueue::cancelCommand(QSharedPointer<Command> command)
     if (!command) {
         return;
     }
-    const QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
     command->cancel();
     if (command == currentCommand) {
         return;
     }
-    command->getCommandData()->setStatus(CommandData::CANCELLED);
-    removeCommand(command);
+    CommandData *const data = command->getCommandData();
+    Q_ASSERT_X(data, "CommandQueue::cancelCommand", "the command has no record");
+    data->setStatus(CommandData::CANCELLED);
+    removeEntry(command);
 }
 
 void CommandQueue::cancelCommandByReference(const QString &reference)
 {
-    CommandList retired;
+    const CriticalSection section(mutex, deferred);
     QSharedPointer<Command> command;
-    const QMutexLocker lock(&mutex);
-    if (const QSharedPointer<Command> *const found = findByReference(reference, retired)) {
-        command = *found;
-    }
-    cancelCommand(command);
+    findByReference(reference, &command);
+    cancelCommand(std::move(command));
 }
 
 void CommandQueue::process()
@@ -66,7 +101,7 @@ void CommandQueue::process()
 
 void CommandQueue::processUnlessPausedSince(quint64 knownPauseCount)
 {
-    const QSharedPointer<Command> firstCommand = beginRun(knownPauseCount);
+    QSharedPointer<Command> firstCommand = beginRun(knownPauseCount);
     if (!firstCommand) {
         return;
     }
@@ -75,31 +110,30 @@ void CommandQueue::processUnlessPausedSince(quint64 knownPauseCount)
         startNextCommand();
     }
     Q_EMIT commandFinished(firstCommand->getCommandData());
+    releaseLater(std::move(firstCommand));
 }
 
 QSharedPointer<Command> CommandQueue::beginRun(quint64 knownPauseCount)
 {
-    CommandList retired;
-    const QMutexLocker lock(&mutex);
-    if (pauseCount != knownPauseCount) {
-        return nullptr;
-    }
-    const QSharedPointer<Command> *const firstCommand = findStartable(retired);
-    if (!firstCommand) {
+    const CriticalSection section(mutex, deferred);
+    Q_ASSERT_X(!runUnderWay, "CommandQueue::process", "called while a run is under way");
+    QSharedPointer<Command> firstCommand;
+    if (pauseCount != knownPauseCount || !findStartable(&firstCommand)) {
         return nullptr;
     }
     paused = false;
     processing = true;
-    return *firstCommand;
+    runUnderWay = true;
+    return firstCommand;
 }
 
 bool CommandQueue::continueRun()
 {
-    CommandList retired;
     // The last look at the list and the end of `processing` are one step: whoever finds the queue processing can rely
     // on another look.
-    const QMutexLocker lock(&mutex);
-    processing = findStartable(retired) && !paused;
+    const CriticalSection section(mutex, deferred);
+    processing = findStartable() && !paused;
+    runUnderWay = processing;
     return processing;
 }
 
@@ -108,38 +142,33 @@ void CommandQueue::startNextCommand()
     if (!takeNextCommand()) {
         return;
     }
+    if (!currentCommand) {
+        QMessageLogger(nullptr, 0, nullptr).warning("%s", "there are no commands left to process");
+        return;
+    }
     currentCommand->getCommandData()->setStatus(CommandData::PROCESSING);
     currentCommand->execute();
     settleCurrentCommand();
 }
 
+// Returns false if the queue is paused, or has paused itself to wait for user action. One critical section, so that a
+// pause or a cancel comes before or after all of it.
 bool CommandQueue::takeNextCommand()
 {
-    CommandList retired;
-    QSharedPointer<Command> previousCommand;
-    QSharedPointer<Command> announcedCommand;
-    // One hold from the test of the pause to that for user action: a pause or a cancel comes before or after all of it.
-    QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
     if (paused) {
         return false;
     }
-    const QSharedPointer<Command> *const nextCommand = findStartable(retired);
-    previousCommand.swap(currentCommand);
-    if (nextCommand) {
-        currentCommand = *nextCommand;
-    }
-    if (!currentCommand) {
-        lock.unlock();
-        QMessageLogger(nullptr, 0, nullptr).warning("%s", "there are no commands left to process");
-        return false;
-    }
-    if (currentCommand->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {
+    QSharedPointer<Command> nextCommand;
+    findStartable(&nextCommand);
+    replaceCurrentCommand(std::move(nextCommand));
+    if (!currentCommand || currentCommand->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {
         return true;
     }
     markPaused();
     Q_EMIT awaitingUserAction(currentCommand->getCommandData());
-    announcedCommand.swap(currentCommand);
-    // The run can start nothing more, so a permission counts from here on.
+    replaceCurrentCommand(nullptr);
+    // The run can start nothing more, so from here on finishCommandAllowed(true) has to wake the worker.
     processing = false;
     return false;
 }
@@ -156,8 +185,9 @@ void CommandQueue::settleCurrentCommand()
         return;
     }
     if (command.getCommandData()->getStatus() == CommandData::ERR) {
-        const QSharedPointer<Command> kept = currentCommand; // an override clears it under the mutex
+        QSharedPointer<Command> kept = currentCommand; // an override clears it under the mutex
         handleCommandInError();
+        releaseLater(std::move(kept));
         return;
     }
     command.getCommandData()->setStatus(CommandData::QUEUEING);
@@ -169,36 +199,47 @@ void CommandQueue::settleCurrentCommand()
 void CommandQueue::finishCurrentCommand(CommandData::Status status)
 {
     currentCommand->getCommandData()->setStatus(status);
-    QSharedPointer<Command> retired;
-    const QMutexLocker lock(&mutex);
-    removeEntry(currentCommand);
-    retired.swap(currentCommand);
+    removeCurrentCommand();
 }
 
-// Whoever cancelled the command while it was current relies on its removal here, so it may wait again only if nobody
-// has.
+// A cancel of the current command relies on its removal here, so the command may wait again only if there was none.
 bool CommandQueue::requeueCurrentCommand()
 {
-    QSharedPointer<Command> retired;
-    const QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
     if (currentCommand->isCancelled()) {
         return false;
     }
-    retired.swap(currentCommand);
+    replaceCurrentCommand(nullptr);
     return true;
 }
 
 void CommandQueue::handleCommandInError()
 {
-    QSharedPointer<Command> retired;
-    const QMutexLocker lock(&mutex);
+    removeCurrentCommand();
+}
+
+void CommandQueue::removeCurrentCommand()
+{
+    const CriticalSection section(mutex, deferred);
     removeEntry(currentCommand);
-    retired.swap(currentCommand);
+    replaceCurrentCommand(nullptr);
+}
+
+void CommandQueue::replaceCurrentCommand(QSharedPointer<Command> command)
+{
+    currentCommand.swap(command);
+    deferred->append(std::move(command));
+}
+
+void CommandQueue::releaseLater(QSharedPointer<Command> command)
+{
+    const CriticalSection section(mutex, deferred);
+    deferred->append(std::move(command));
 }
 
 void CommandQueue::pause()
 {
-    const QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
     markPaused();
     if (currentCommand) {
         currentCommand->pause();
@@ -216,21 +257,30 @@ quint64 CommandQueue::getPauseCount() const
     return pauseCount;
 }
 
-// One hold, so that no command can end between the snapshot and its cancellation. Returns the snapshot for the caller
-// to drop.
-CommandQueue::CommandList CommandQueue::cancelAll()
+// One critical section, so that no command can end between the snapshot and its cancellation. Returns the dropped
+// references for the caller to release after its own lock.
+QList<QSharedPointer<Command>> CommandQueue::cancelAll()
 {
-    CommandList snapshot;
-    const QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
     pause();
-    snapshot = commands;
-    for (const QSharedPointer<Command> &command : std::as_const(snapshot)) {
-        // A slot or a hook may have cancelled it by now; it ends once. As a rule it stands near the front.
+    const QList<QSharedPointer<Command>> snapshot = commands;
+    for (const QSharedPointer<Command> &command : snapshot) {
+        // A slot or a hook may have cancelled it already; it ends once. Usually it is near the front.
         if (commands.contains(command)) {
             cancelCommand(command);
         }
     }
-    return snapshot;
+    return {std::make_move_iterator(deferred->begin()), std::make_move_iterator(deferred->end())};
+}
+
+bool CommandQueue::isInCriticalSection()
+{
+    if (!mutex.tryLock()) {
+        return false; // another thread is
+    }
+    const bool inside = deferred;
+    mutex.unlock();
+    return inside;
 }
 
 const QList<QSharedPointer<Command>> CommandQueue::getCommands() const
@@ -244,9 +294,10 @@ bool CommandQueue::hasCommand(Command *command)
     if (!command) {
         return false;
     }
-    CommandList retired;
-    const QMutexLocker lock(&mutex);
-    return findByReference(command->getCommandData()->getReference(), retired);
+    const CriticalSection section(mutex, deferred);
+    const CommandData *const data = command->getCommandData();
+    Q_ASSERT_X(data, "CommandQueue::hasCommand", "the command has no record");
+    return findByReference(data->getReference());
 }
 
 bool CommandQueue::isActive() const
@@ -269,35 +320,40 @@ bool CommandQueue::isProcessing() const
 
 QSharedPointer<Command> CommandQueue::getNextCommandThatCanBeStarted()
 {
-    CommandList retired;
-    const QMutexLocker lock(&mutex);
-    const QSharedPointer<Command> *const command = findStartable(retired);
-    return command ? *command : nullptr;
-}
-
-// Returns an entry that stands as long as the mutex is held, the list does not change and `retired` lives; or null.
-template <typename Predicate>
-const QSharedPointer<Command> *CommandQueue::findFirst(CommandList &retired, Predicate matches) const
-{
-    CommandList snapshot = commands; // what the predicate calls is a client's and may change the list
-    const auto found = std::find_if(snapshot.cbegin(), snapshot.cend(), matches);
-    const QSharedPointer<Command> *const command = found == snapshot.cend() ? nullptr : &*found;
-    if (!snapshot.isSharedWith(commands)) {
-        retired.swap(snapshot);
-    }
+    const CriticalSection section(mutex, deferred);
+    QSharedPointer<Command> command;
+    findStartable(&command);
     return command;
 }
 
-const QSharedPointer<Command> *CommandQueue::findStartable(CommandList &retired) const
+// Returns whether an entry matches, and stores the first one that does in `found` if that is not null.
+template <typename Predicate>
+bool CommandQueue::findFirst(Predicate matches, QSharedPointer<Command> *found)
 {
-    return findFirst(retired, [](const QSharedPointer<Command> &command) { return command->canBeStarted(); });
+    const QList<QSharedPointer<Command>> snapshot =
+        commands; // the predicate calls client code, which may change the list
+    const auto match = std::find_if(snapshot.cbegin(), snapshot.cend(), matches);
+    const bool hasMatch = match != snapshot.cend();
+    if (hasMatch && found) {
+        *found = *match;
+    }
+    if (!snapshot.isSharedWith(commands)) {
+        deferred->append(snapshot.constData(), snapshot.size());
+    }
+    return hasMatch;
 }
 
-const QSharedPointer<Command> *CommandQueue::findByReference(const QString &reference, CommandList &retired) const
+bool CommandQueue::findStartable(QSharedPointer<Command> *found)
 {
-    return findFirst(retired, [&reference](const QSharedPointer<Command> &command) {
-        return command->getCommandData()->getReference() == reference;
-    });
+    return findFirst([](const QSharedPointer<Command> &command) { return command->canBeStarted(); }, found);
+}
+
+bool CommandQueue::findByReference(const QString &reference, QSharedPointer<Command> *found)
+{
+    return findFirst(
+        [&reference](
+            const QSharedPointer<Command> &command) { return command->getCommandData()->getReference() == reference; },
+        found);
 }
 
 void CommandQueue::removeCommand(QSharedPointer<Command> command)
@@ -307,10 +363,11 @@ void CommandQueue::removeCommand(QSharedPointer<Command> command)
 
 void CommandQueue::removeEntry(const QSharedPointer<Command> &command)
 {
-    const QMutexLocker lock(&mutex);
+    const CriticalSection section(mutex, deferred);
+    deferred->append(command);
     const qsizetype index = commands.indexOf(command);
     if (index >= 0 && index < commands.size() / 2) {
-        // removeAt() moves what stands behind, all of it where a running command stands in front of many.
+        // removeAt() moves all entries behind the removed one; a running command is usually in front of many.
         std::rotate(commands.begin(), commands.begin() + index, commands.begin() + index + 1);
         commands.removeFirst();
     } else if (index >= 0) {

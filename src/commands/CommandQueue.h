@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QRecursiveMutex>
 #include <QSharedPointer>
+#include <QVarLengthArray>
 
 #include <atomic>
 #include <memory>
@@ -189,35 +190,39 @@ protected:
 private:
     friend class CommandQueueThread;
 
-    using CommandList = QList<QSharedPointer<Command>>;
-
     // What is not exported may change with any version.
 
-    // For CommandQueueThread, whose wake-ups a later pause voids; see there.
+    // For CommandQueueThread: a later pause voids its wake-ups, see there.
     TARNWICK_NO_EXPORT quint64 getPauseCount() const;
     TARNWICK_NO_EXPORT void processUnlessPausedSince(quint64 knownPauseCount);
-    TARNWICK_NO_EXPORT CommandList cancelAll();
+    TARNWICK_NO_EXPORT QList<QSharedPointer<Command>> cancelAll();
+    TARNWICK_NO_EXPORT bool isInCriticalSection();
 
     TARNWICK_NO_EXPORT QSharedPointer<Command> beginRun(quint64 knownPauseCount);
     TARNWICK_NO_EXPORT bool continueRun();
     TARNWICK_NO_EXPORT bool takeNextCommand();
-    TARNWICK_NO_EXPORT void removeEntry(const QSharedPointer<Command> &command);
     TARNWICK_NO_EXPORT void settleCurrentCommand();
     TARNWICK_NO_EXPORT void finishCurrentCommand(CommandData::Status status);
     TARNWICK_NO_EXPORT bool requeueCurrentCommand();
+    TARNWICK_NO_EXPORT void removeCurrentCommand();
+    TARNWICK_NO_EXPORT void removeEntry(const QSharedPointer<Command> &command);
+    TARNWICK_NO_EXPORT void releaseLater(QSharedPointer<Command> command);
 
-    // These expect the mutex to be held.
+    // These run inside a critical section.
     template <typename Predicate>
-    const QSharedPointer<Command> *findFirst(CommandList &retired, Predicate matches) const;
-    TARNWICK_NO_EXPORT const QSharedPointer<Command> *findStartable(CommandList &retired) const;
-    TARNWICK_NO_EXPORT const QSharedPointer<Command> *findByReference(
-        const QString &reference, CommandList &retired) const;
+    bool findFirst(Predicate matches, QSharedPointer<Command> *found);
+    TARNWICK_NO_EXPORT bool findStartable(QSharedPointer<Command> *found = nullptr);
+    TARNWICK_NO_EXPORT bool findByReference(const QString &reference, QSharedPointer<Command> *found = nullptr);
+    TARNWICK_NO_EXPORT void replaceCurrentCommand(QSharedPointer<Command> command);
     TARNWICK_NO_EXPORT void markPaused();
 
     bool paused = false; // guarded by mutex
     bool processing = false; // guarded by mutex
     std::unique_ptr<CommandScheduler> scheduler; // set once, used under mutex
     std::atomic<quint64> pauseCount = 0; // how often the queue was paused; written under mutex
+    bool runUnderWay = false; // guarded by mutex
+    // References that the outermost critical section releases when it has unlocked; null outside. Guarded by mutex.
+    QVarLengthArray<QSharedPointer<Command>, 2> *deferred = nullptr;
 };
 
 #endif

@@ -65,7 +65,8 @@ const CommandQueue &CommandQueueThread::getCommandQueue() const
 
 void CommandQueueThread::stop()
 {
-    QList<QSharedPointer<Command>> cancelled; // let go after the locks: the last reference runs a client's destructor
+    Q_ASSERT_X(!commandQueue->isInCriticalSection(), "CommandQueueThread::stop", "called with the queue's lock held");
+    QList<QSharedPointer<Command>> cancelled; // outlives the lock: the last reference runs a client's destructor
     {
         const std::lock_guard lock(mutex);
         stopRequested = true;
