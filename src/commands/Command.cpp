@@ -5,7 +5,7 @@
 Command::Command(CommandData *commandData)
     : commandData(commandData)
 {
-    // Once is enough for the process; the registration itself is too dear to repeat for every command.
+    // Registered once for the process: repeating it for every command is too expensive.
     static const int registered = qRegisterMetaType<QSharedPointer<Command>>("QSharedPointer<Command>");
     Q_UNUSED(registered)
 }

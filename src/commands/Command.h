@@ -14,18 +14,20 @@ class CommandData;
 /**
  * @brief One unit of queued work.
  *
- * A concrete command says when it can start (canBeStarted()) and what it does (handleExecute()), and may react to
- * cancel, pause, resume and error in the other hooks. A CommandQueue decides when it runs and, from isFinished(),
- * isCancelled() and the status of its record, what becomes of it afterwards.
+ * A subclass implements canBeStarted() and handleExecute(), and may override the other hooks to react to cancel,
+ * pause, resume and error. A CommandQueue decides when the command runs. When handleExecute() has returned, the queue
+ * reads isFinished(), isCancelled() and the status of the record, and removes the command or lists it again.
  *
- * Ownership: commands travel as QSharedPointer<Command>. The queue drops its references on the thread that drives it or
- * that cancels the command, so the destructor may run there; never with the queue's lock held. The record is not owned;
- * it has to outlive the command and every delivery of a signal that names it. The QObject parent is null.
+ * Ownership: commands are shared as QSharedPointer<Command>. The command is destroyed on the thread that releases the
+ * last reference, which may be the thread that drives the queue or one that cancels the command. The queue never
+ * releases a reference while that thread holds its lock through an operation of the queue. The command does not own its
+ * record. The record must exist as long as a queue lists the command or a signal that names the record may still be
+ * delivered; a command may own its record only if nothing uses the record after the command. The QObject parent is
+ * null.
  *
  * Threads: cancel(), pause(), resume(), isCancelled() and isPaused() may be called on any thread, also while
- * handleExecute() runs on another. A hook runs on the thread of the caller of the operation that triggers it. When a
- * queue triggers handleCancel() or handlePause() it holds its lock, so these must not wait for the thread that drives
- * the queue.
+ * handleExecute() runs on another. A hook runs on the thread that calls the operation behind it. A queue calls
+ * handleCancel() and handlePause() with its lock held, so they must not wait for the thread that drives the queue.
  */
 class TARNWICK_EXPORT Command : public QObject
 {
@@ -33,49 +35,52 @@ class TARNWICK_EXPORT Command : public QObject
 
 public:
     /**
-     * Makes a command that is neither paused nor cancelled, and registers the meta-type "QSharedPointer<Command>",
+     * Creates a command that is neither paused nor cancelled, and registers the meta-type "QSharedPointer<Command>",
      * which a queued delivery of CommandQueue::commandAdded needs.
      *
-     * @param commandData the record, not owned; null only if getCommandData() is overridden
+     * @param commandData the record, not owned; may be null only if getCommandData() is overridden
      */
     explicit Command(CommandData *commandData);
 
     ~Command() override;
 
     /**
-     * Says whether the queue may pick this command now. Called with the queue's lock held and several times for each
-     * execution, so it has to be cheap, free of side effects, and must not wait.
+     * Returns whether the queue may start this command now. Called with the queue's lock held, several times for each
+     * execution, so it must be cheap, must have no side effects and must not wait.
      */
     virtual bool canBeStarted() const = 0;
 
     /**
-     * Says, after handleExecute() has returned, whether the work is done; true by default. False sends the command back
-     * to waiting, to be executed again from the start of handleExecute(), unless it was cancelled or is in error.
+     * Returns whether the work is done; true by default. The queue calls it after handleExecute() has returned. If it
+     * returns false and the command is neither cancelled nor in error, the command waits again and is later executed
+     * from the start of handleExecute().
      *
-     * This is asked before isCancelled(): a command whose cancellation or pause is to count while it executes has to
-     * answer false here when it left off early.
+     * The queue calls it before isCancelled(): a command that leaves handleExecute() early because it was cancelled or
+     * paused must return false here. Otherwise it counts as finished.
      */
     virtual bool isFinished();
 
-    /** Returns the record; never null on a command that is given to a queue. */
+    /** Returns the record. Must not be null for a command that is passed to a queue; asserted in Debug builds. */
     virtual CommandData *getCommandData();
 
-    /** Clears the pause flag and calls handleExecute(). A cancelled command is executed like any other. */
+    /** Clears the pause flag and calls handleExecute(), also for a cancelled command. */
     void execute();
 
-    /** Sets the cancelled flag, for the life of the command, and calls handleCancel(), at every call. */
+    /** Sets the cancelled flag, which nothing clears, and calls handleCancel(). Every call does both. */
     void cancel();
 
-    /** Sets the pause flag and calls handlePause(), at every call. */
+    /** Sets the pause flag and calls handlePause(). Every call does both. */
     void pause();
 
-    /** Clears the pause flag and calls handleResume(), at every call. Does not resume a queue. */
+    /** Clears the pause flag and calls handleResume(). Every call does both. Does not resume a queue. */
     void resume();
 
     /**
      * Marks the command as failed: sets the status of the record to CommandData::ERR, then its error code, then calls
-     * handleError(). A slot connected directly to CommandData::statusChanged still sees the previous code. The status,
-     * not the code, marks the error; 0 is as good a code as any. Sets no message; see CommandData::setErrorMessage().
+     * handleError(). The status marks the error, so any code is valid, 0 too.
+     *
+     * Sets no message. A slot connected directly to CommandData::statusChanged sees the previous code, and the message
+     * only if CommandData::setErrorMessage() was called before.
      */
     void setError(int errorCode);
 
@@ -87,8 +92,8 @@ public:
 
 protected:
     /**
-     * Does the work, on the thread that drives the queue, without the queue's lock. Must not let an exception out.
-     * Nothing interrupts it: it polls isCancelled() and isPaused(), or the hooks wake it.
+     * Does the work, on the thread that drives the queue, without the queue's lock. Must not throw. Nothing interrupts
+     * it: it has to poll isCancelled() and isPaused(), or be woken by the hooks.
      */
     virtual void handleExecute() = 0;
 

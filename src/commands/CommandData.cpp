@@ -74,7 +74,7 @@ void CommandData::setErrorMessage(QString message)
         const QMutexLocker lock(&errorMessageMutex);
         errorMessage = message;
     }
-    // Chained on purpose: what the description brings in the way of place markers is substituted, too.
+    // Chained on purpose: place markers in the description are substituted, too.
     // clazy:excludeall=qstring-arg
     QString text = u"CommandData failed: Error for: %1, error message: %2"_s.arg(getDescription()).arg(message);
     if (const int code = getErrorCode(); code != 0) {

@@ -129,8 +129,8 @@ QSharedPointer<Command> CommandQueue::beginRun(quint64 knownPauseCount)
 
 bool CommandQueue::continueRun()
 {
-    // The last look at the list and the end of `processing` are one step: whoever finds the queue processing can rely
-    // on another look.
+    // The last look at the list and the end of `processing` are one critical section: a caller that finds the queue
+    // processing can rely on another look.
     const CriticalSection section(mutex, deferred);
     processing = findStartable() && !paused;
     runUnderWay = processing;
@@ -276,7 +276,7 @@ QList<QSharedPointer<Command>> CommandQueue::cancelAll()
 bool CommandQueue::isInCriticalSection()
 {
     if (!mutex.tryLock()) {
-        return false; // another thread is
+        return false; // another thread has the mutex
     }
     const bool inside = deferred;
     mutex.unlock();
@@ -330,8 +330,8 @@ QSharedPointer<Command> CommandQueue::getNextCommandThatCanBeStarted()
 template <typename Predicate>
 bool CommandQueue::findFirst(Predicate matches, QSharedPointer<Command> *found)
 {
-    const QList<QSharedPointer<Command>> snapshot =
-        commands; // the predicate calls client code, which may change the list
+    // The predicate calls client code, which may change the list.
+    const QList<QSharedPointer<Command>> snapshot = commands;
     const auto match = std::find_if(snapshot.cbegin(), snapshot.cend(), matches);
     const bool hasMatch = match != snapshot.cend();
     if (hasMatch && found) {

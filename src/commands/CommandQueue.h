@@ -17,161 +17,193 @@
 #include <memory>
 
 /**
- * @brief An ordered list of commands that are run one at a time by the thread that calls process().
+ * @brief An ordered list of commands, executed one at a time by the thread that calls process().
  *
- * That thread is, as a rule, the worker of a CommandQueueThread. A command stays listed while it runs. Each run of
- * process() takes the first command that can start, moves it through its statuses, removes it when it is done, and goes
- * on until nothing can start or the queue is paused.
+ * That thread is usually the worker of a CommandQueueThread. Each call of process() is a run: it takes the first
+ * command that can start, executes it, removes it when it is done, and continues until nothing can start or the queue
+ * is paused. A command stays listed while it is executed.
  *
  * When execute() returns, the first of these that applies decides:
- * - Command::isFinished() and the status is not CommandData::ERR: the status becomes FINISHED, the command is removed;
- * - Command::isCancelled(): the status becomes CANCELLED, the command is removed;
- * - the status is CommandData::ERR: handleCommandInError() decides, by default the command is removed;
- * - otherwise the status goes back to QUEUEING, and the command stays listed and is executed again when picked again.
+ * - Command::isFinished() is true and the status is not CommandData::ERR: the status becomes FINISHED, the command is
+ *   removed;
+ * - Command::isCancelled() is true: the status becomes CANCELLED, the command is removed;
+ * - the status is CommandData::ERR: handleCommandInError() decides; by default the command is removed;
+ * - otherwise the status becomes QUEUEING, and the command stays listed and is executed again when it is picked again.
  *
- * A pause ends with the next process() that finds a command that can start, and with nothing else. On the queue of a
- * CommandQueueThread any wake-up that comes after the pause leads to one: CommandQueueThread::restart(), but also an
- * addCommand() or, once the run under way has ended, a finishCommandAllowed(true), and the first run of the started
- * thread. A pause() in the instant before a command's execute() pauses the queue behind that command, whose own flag
- * execute() has cleared again.
+ * Pause: only a process() that finds a command that can start ends a pause. On the queue of a CommandQueueThread, every
+ * wake-up after the pause leads to a process(): CommandQueueThread::restart(), but also addCommand() and, while no run
+ * is under way, finishCommandAllowed(true). An addCommand() or finishCommandAllowed(true) on another thread than the
+ * creator's counts when the creator's event loop delivers it, so one from before the pause may end the pause. The first
+ * run of a started thread ends every pause from before that run, also one made after CommandQueueThread::start() has
+ * returned. A pause() just before a command's execute() has no effect on that command, since execute() clears its flag:
+ * the queue pauses after it.
  *
- * Threads: one thread at a time drives the queue, by process() and what it calls. Every other public operation may be
- * called on any thread at any time. commandAdded(), commandRemoved() and awaitingUserAction() are emitted with the
- * queue's recursive lock held: a slot connected directly may call the queue, but must not wait for a thread that needs
- * it. The same holds for Command::canBeStarted(), Command::handleCancel(), Command::handlePause() and
- * CommandScheduler::schedule(). The lock is not held while a command executes.
+ * Threads: one thread at a time drives the queue, by process() and what that calls. Every other public operation may be
+ * called on any thread at any time. The queue's recursive lock is not held while a command is executed. It is held
+ * - in slots connected directly to commandAdded(), commandRemoved() and awaitingUserAction();
+ * - in slots connected directly to CommandData::statusChanged() of a waiting command that is being cancelled;
+ * - in Command::canBeStarted(), Command::handleCancel() and Command::handlePause(), and in Command::getCommandData()
+ *   where the queue calls it under the lock;
+ * - in CommandScheduler::schedule().
  *
- * Ownership: the queue shares its commands and owns its scheduler. Its destructor cancels nothing, waits for nothing
- * and emits nothing; no thread may be driving it by then. A record named in a signal has to outlive the delivery,
- * queued deliveries included, and a queued delivery can arrive after the command is gone. The QObject parent is null.
+ * Code in these places may call the queue and CommandQueueThread::restart(). It must not block on a thread that
+ * needs the queue, and must not call CommandQueueThread::stop().
+ *
+ * Ownership: the queue shares its commands and owns its scheduler. It releases references to commands only after the
+ * releasing thread has left the queue's lock, except inside a critical section that a subclass opens itself on mutex.
+ * The destructor cancels nothing, waits for nothing and emits nothing; no thread may be driving the queue then. A
+ * record must exist until every signal that names it is delivered; a queued delivery may arrive after the command is
+ * destroyed. The QObject parent is null.
  */
 class TARNWICK_EXPORT CommandQueue : public QObject
 {
     Q_OBJECT
 
 public:
-    /** Makes an empty queue that appends new commands. */
+    /** Creates an empty queue that appends new commands. */
     CommandQueue();
 
-    /** Makes an empty queue in which @p scheduler places new commands; null stands for a plain CommandScheduler. */
+    /** Creates an empty queue with the policy @p scheduler; null means a plain CommandScheduler. */
     explicit CommandQueue(std::unique_ptr<CommandScheduler> scheduler);
 
     ~CommandQueue() override;
 
     /**
-     * Lists @p command and emits commandAdded(). Its status becomes CommandData::QUEUEING first, without the lock,
-     * unless it is CommandData::REQUIRE_USER_ACTION. Starts nothing by itself. A command may be listed more than once.
-     * Null has no effect.
+     * Adds @p command to the list, where the scheduler puts it, and emits commandAdded(). Before that, and before it
+     * takes the lock, it sets the status to CommandData::QUEUEING unless that is CommandData::REQUIRE_USER_ACTION.
+     * Starts nothing by itself. A command may be listed more than once. Null has no effect.
+     *
+     * After CommandQueueThread::stop() the command is listed as QUEUEING and never executed; no signal reports that.
      */
     void addCommand(QSharedPointer<Command> command);
 
     /**
-     * Cancels @p command, with the lock held. A waiting command is CommandData::CANCELLED and removed when the call
-     * returns; for the running one only the flag is set and Command::handleCancel() called, and its fate is settled
-     * when it returns. A command that is not listed counts as waiting: commandRemoved() is emitted for it as well. Null
-     * has no effect.
+     * Cancels @p command, with the lock held. A waiting command is CommandData::CANCELLED and removed when this
+     * returns. The current command is only told: its flag is set and Command::handleCancel() called; what becomes of it
+     * is decided when it returns from execute(). A command that is not listed is treated like a waiting one:
+     * commandRemoved() is emitted for it, too. Null has no effect.
      *
-     * A command in CommandData::REQUIRE_USER_ACTION leaves, too, but the queue that it has paused stays paused.
+     * When a command in CommandData::REQUIRE_USER_ACTION has paused the queue, cancelling it does not end the pause.
      */
     void cancelCommand(QSharedPointer<Command> command);
 
-    /** Cancels the first listed command with exactly this reference; without one, does nothing. */
+    /**
+     * Cancels the first listed command with exactly this reference, as cancelCommand() does; without one, does nothing.
+     * Searches the list from the front: about 0.1 s for a command in the middle of a million.
+     */
     void cancelCommandByReference(const QString &reference);
 
     /**
-     * Runs commands on the calling thread until none can start or the queue is paused. With nothing to start it returns
-     * at once, without a signal, and a pause goes on; otherwise it ends a pause that began before the call.
+     * Executes commands on the calling thread until nothing can start or the queue is paused. Ends a pause that began
+     * before the call. If nothing can start, it returns at once, emits nothing and leaves a pause as it is.
      *
-     * Must not be called again before it returns, neither on another thread nor by a command or slot that it runs.
+     * Must not be called again before it returns, neither on another thread nor by a command or slot that it runs;
+     * asserted in Debug builds while commands may still be started.
      */
     void process();
 
     /**
-     * Keeps the queue from starting anything further and pauses the running command: its flag is set and
-     * Command::handlePause() called, with the lock held.
+     * Pauses the queue, so that it starts nothing further, and pauses the current command: sets its flag and calls
+     * Command::handlePause(), with the lock held.
      */
     void pause();
 
-    /** Returns the list as it stands, the running command included. Costs no copy unless the list changes meanwhile. */
+    /**
+     * Returns the list, the running command included. Implicitly shared: copied only if the queue changes while the
+     * result is alive.
+     */
     const QList<QSharedPointer<Command>> getCommands() const;
 
-    /** Returns whether a listed command has the same reference as @p command; false for null. */
+    /**
+     * Returns whether a listed command has the same reference as @p command; false for null. Searches the list, at the
+     * same cost as cancelCommandByReference().
+     */
     bool hasCommand(Command *command);
 
-    /** Returns whether the list is not empty and the queue not paused, whether or not a command runs right now. */
+    /** Returns whether commands are listed and the queue is not paused; none of them need be running. */
     bool isActive() const;
 
     /** Returns whether the queue is paused. */
     bool isPaused() const;
 
-    /** Returns whether a run of process() is under way, from before its commandStarted() to before its
-     * commandFinished(). */
+    /**
+     * Returns whether a run of process() is under way and may start a command: from before its commandStarted() until
+     * the run has looked at the list for the last time, before its commandFinished().
+     */
     bool isProcessing() const;
 
 Q_SIGNALS:
-    /** @p command was added. On the thread that adds it, with the lock held. */
+    /** @p command was added. Emitted on the thread that adds it, with the lock held. */
     void commandAdded(QSharedPointer<Command> command);
 
     /**
-     * The command of @p data has left the list; its status tells why. On the driving thread, or on that of the caller
-     * of cancelCommand(), with the lock held. The command may be gone when a queued delivery arrives.
+     * The command of @p data has left the list, or one that is not listed was cancelled. The status is FINISHED,
+     * CANCELLED or ERR, unless a slot has already changed it, by adding the command again for example. Emitted on the
+     * driving thread or on the thread that cancels the command, with the lock held. The command may be destroyed when a
+     * queued delivery arrives.
      */
     void commandRemoved(CommandData *data);
 
     /**
-     * The command of @p data is next in line, but in CommandData::REQUIRE_USER_ACTION: it was not executed, stays
-     * listed, and the queue is paused. On the driving thread, with the lock held. Answer by changing the status or
-     * cancelling the command and having process() called again, see CommandQueueThread::restart(). A slot connected
-     * directly that cancels it only sets its flag, since it is still the current command.
+     * The command of @p data is next, but its status is CommandData::REQUIRE_USER_ACTION: it was not executed, stays
+     * listed, and the queue is paused. Emitted on the driving thread, with the lock held.
      *
-     * An add or a restart before the answer makes the queue ask again, and that pause voids the wake-up of an answer
-     * which it crosses. So answer every question, one whose command has been answered already by a wake-up alone.
+     * To answer, change the status or cancel the command, then have process() called again, by
+     * CommandQueueThread::restart() for example. In a slot connected directly the command is still the current one, so
+     * cancelling it there only sets its flag.
+     *
+     * An add or a restart before the answer makes the queue emit this again. That emission pauses the queue again and
+     * voids earlier wake-ups, which may include that of the answer. So respond to every emission: if the status has
+     * been changed already, call restart() alone.
      */
     void awaitingUserAction(CommandData *data);
 
     /**
-     * A run of process() begins, with the command of @p data first in line. Once a run, not once a command: follow a
-     * command through CommandData::statusChanged() and commandRemoved(). On the driving thread, without the lock.
+     * A run of process() begins; the command of @p data is the first that can start. Emitted once for each run, not for
+     * each command, on the driving thread, without the lock. To follow a command, use CommandData::statusChanged() and
+     * commandRemoved().
      */
     void commandStarted(CommandData *data);
 
     /**
-     * The run of process() that began with @p data has ended, whatever ran after that command. Once a run. On the
-     * driving thread, without the lock.
+     * The run of process() that began with @p data has ended, also if other commands ran after that one. Emitted once
+     * for each run, on the driving thread, without the lock.
      */
     void commandFinished(CommandData *data);
 
     /**
-     * For clients and commands to emit: true asks an idle CommandQueueThread to look at the list again, for example
-     * because a command can be started by now. The queue itself never emits it.
+     * Emitted by clients and commands, never by the queue: true asks an idle CommandQueueThread to look at the list
+     * again, because a command can now be started, for example.
      */
     void finishCommandAllowed(bool finishAllowed);
 
 protected Q_SLOTS:
     /**
-     * Takes one step of process(): picks the next command and executes it, on the calling thread. Does nothing while
-     * the queue is paused; logs the warning "there are no commands left to process" if nothing can start.
+     * One step of process(): picks the next command and executes it, on the calling thread. Does nothing while the
+     * queue is paused. If nothing can start, logs the warning "there are no commands left to process".
      */
     void startNextCommand();
 
 protected:
     /**
-     * Returns the first listed command that can be started, or null. Only Command::canBeStarted() is asked, on each
-     * command of a snapshot of the list until one answers true, with the lock held.
+     * Returns the first listed command that can be started, or null. Calls only Command::canBeStarted(), with the lock
+     * held, on the commands of a snapshot of the list, until one returns true.
      */
     QSharedPointer<Command> getNextCommandThatCanBeStarted();
 
     /**
-     * Takes the first entry of @p command, which must not be null, out of the list and emits commandRemoved(), with the
-     * lock held and whether or not an entry was found.
+     * Removes the first entry of @p command, which must not be null, from the list and emits commandRemoved(), with the
+     * lock held. Emits it also if there was no entry.
      */
     void removeCommand(QSharedPointer<Command> command);
 
     /**
-     * Decides what becomes of the current command after an error, on the driving thread and without the lock; by
-     * default it is removed, and the queue goes on. An override has both duties: to remove the command or leave it
-     * listed, and to clear currentCommand under the mutex. One that leaves it listed looks at Command::isCancelled() in
-     * that same hold: whoever cancelled the command while it was current relies on its removal here.
+     * Handles an error of the current command, on the driving thread, without the lock. By default removes the command,
+     * and the queue continues. An override must
+     * - remove the command or leave it listed;
+     * - clear currentCommand with the mutex locked;
+     * - if it leaves the command listed, test Command::isCancelled() in the same critical section and remove the
+     * command if it is cancelled: a cancel of the current command relies on its removal here.
      */
     virtual void handleCommandInError();
 
@@ -182,8 +214,8 @@ protected:
     mutable QRecursiveMutex mutex;
 
     /**
-     * The command that is being started or run, or null. Written by the driving thread alone and under mutex, so that
-     * thread may read it without.
+     * The command that is being started or run, or null. Only the driving thread writes it, with the mutex locked, so
+     * that thread may read it without the mutex.
      */
     QSharedPointer<Command> currentCommand;
 

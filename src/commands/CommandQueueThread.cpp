@@ -5,30 +5,31 @@
 
 using namespace Qt::StringLiterals;
 
-// How the worker is woken.
+// The wake-up protocol.
 //
-// None lost. A wake-up stores pendingWakeUp under wakeUpMutex and notifies after that; the worker tests pendingWakeUp
-// and goes to sleep under the same lock. So a wake-up either comes before the test, which sees it, or finds the worker
-// asleep. The worker takes the pending wake-up before it calls process(): what comes later stays pending until the
+// No wake-up is lost. wakeUp() stores pendingWakeUp under wakeUpMutex and notifies after that; the worker tests
+// pendingWakeUp and goes to sleep under the same mutex. So either the test sees the wake-up, or the notification finds
+// the worker asleep. The worker takes the pending wake-up before it calls process(): a later one stays pending for the
 // next.
 //
-// None stale. Each wake-up carries the number of pauses that the queue had seen by then, and a run begins only if,
-// under the queue's mutex, the number is still the same. A pause in between, also that of a command which requires user
-// action or of stop(), makes the numbers differ, and the wake-up is void. Of several pending wake-ups the one with the
-// highest number is kept: it is the last, and it is valid if any is. A wake-up that a run has served already and that
-// was not voided costs one more look at the list, which starts nothing that a new wake-up would not.
+// No stale wake-up ends a pause. Each wake-up carries the queue's pause count at its time, and a run begins only if,
+// under the queue's mutex, the count is still the same. A pause in between, also that of a command which requires user
+// action or of stop(), changes the count and so voids the wake-up. Of several pending wake-ups the one with the highest
+// count is kept: it is the latest, and it is valid if any is. A wake-up that an earlier run has already served costs
+// one more look at the list; that look starts nothing that a new wake-up would not start.
 //
-// No permission is lost. finishCommandAllowed() leaves a run under way alone, and that is safe because the queue ends
-// its `processing` in the same hold in which it takes the run's last look at the list.
+// finishCommandAllowed() may ignore a run under way: the queue ends `processing` in the critical section in which the
+// run looks at the list for the last time.
 //
-// No deadlock. The locks are taken in the order mutex, queue's mutex, wakeUpMutex. commandAdded() arrives here with the
-// queue's mutex held, so a wake-up must not take `mutex`, which stop() holds while it takes the queue's: hence the
-// leaf. The worker's loop holds no lock when it takes wakeUpMutex or `mutex`, and calls process() with neither.
+// No deadlock. The lock order is mutex, queue's mutex, wakeUpMutex. processQueue() can be called with the queue's mutex
+// held, by commandAdded(), so a wake-up must not take `mutex`: stop() holds that while it takes the queue's mutex.
+// Therefore wake-ups have a mutex of their own. The worker takes wakeUpMutex and `mutex` one at a time, and calls
+// process() with neither.
 //
 // stop() sets its flag first and wakes the worker last, so a worker that goes to sleep in between is woken. The worker
-// reads the flag under `mutex`: it does not end before a stop() under way has done its work.
+// reads the flag under `mutex`, so it does not end before a stop() under way has finished.
 //
-// tests/model/wakeup.pml is this design as a model, of which the tests search every interleaving.
+// tests/model/wakeup.pml models this protocol; the tests search all its interleavings.
 
 CommandQueueThread::CommandQueueThread()
     : CommandQueueThread(std::make_unique<CommandQueue>())
@@ -46,8 +47,8 @@ CommandQueueThread::CommandQueueThread(std::unique_ptr<CommandQueue> commandQueu
 
 CommandQueueThread::~CommandQueueThread()
 {
-    // QThread says the same, but only when the worker has lost the fields that it runs on, and the destructor of the
-    // condition would wait for a worker that sleeps.
+    // ~QThread() reports this too late: the members that the worker uses are destroyed by then, and the destructor of
+    // the condition would block on a sleeping worker.
     if (isRunning()) {
         qFatal("QThread: Destroyed while thread is still running"); // GCOVR_EXCL_LINE: nothing is counted then
     }
@@ -106,7 +107,7 @@ void CommandQueueThread::wakeUp()
     const quint64 pauseCount = commandQueue->getPauseCount();
     {
         const std::lock_guard lock(wakeUpMutex);
-        pendingWakeUp = std::max(pendingWakeUp, std::optional(pauseCount)); // an empty one is the least
+        pendingWakeUp = std::max(pendingWakeUp, std::optional(pauseCount)); // an empty one compares less
     }
     condition.notify_one();
 }

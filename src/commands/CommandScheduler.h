@@ -11,13 +11,13 @@ class Command;
 /**
  * @brief The policy that decides where a new command goes in a CommandQueue.
  *
- * The order of the list is the order in which the queue considers commands, so a subclass gives them an order other
- * than that of their arrival, by priority for example. This class appends, and is what a queue uses by default.
+ * A queue considers its commands in the order of its list. This class appends each new command and is the default; a
+ * subclass may sort by priority, for example.
  */
 class TARNWICK_EXPORT CommandScheduler
 {
 public:
-    /** An object of this class holds nothing; what a subclass brings, it copies by its own rules. */
+    /** Objects of this class have no state. */
     CommandScheduler() = default;
     /** @copydoc CommandScheduler() */
     CommandScheduler(const CommandScheduler &) = default;
@@ -26,14 +26,14 @@ public:
     virtual ~CommandScheduler();
 
     /**
-     * Puts @p command into @p commands; by default at the end. Called once for each added command, on the thread that
-     * adds it and with the queue's lock held: an override must not wait for the thread that drives the queue.
+     * Inserts @p command into @p commands; by default at the end. Called once for each added command, on the thread
+     * that adds it, with the queue's lock held: an override must not wait for the thread that drives the queue.
      *
-     * @param commands the queue's own list, changed in place. The running command stands in it, too, anywhere; existing
-     *        entries may be moved, and nothing is restarted or interrupted by that. The queue announces @p command as
-     *        added whether or not it was inserted.
-     * @param command the new command, never null; it may stand in the list already
-     * @param runningCommand the command that is being started or run, or null; valid only during the call
+     * @param commands the queue's own list, to be changed in place. It contains the running command, at any position.
+     *        Existing entries may be moved; this neither restarts nor interrupts anything. The queue emits
+     *        CommandQueue::commandAdded even if the override does not insert @p command.
+     * @param command the new command, never null; it may already be in the list
+     * @param runningCommand the current command of the queue, or null; valid only during the call
      */
     virtual void schedule(
         QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *runningCommand);

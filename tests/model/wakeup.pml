@@ -1,27 +1,25 @@
 /*
- * How the worker is woken and which locks that takes: a model of the design that the head of
- * src/commands/CommandQueueThread.cpp argues for. Its tests search all interleavings for
+ * A model of the wake-up protocol that is described at the head of src/commands/CommandQueueThread.cpp. The tests search
+ * all interleavings for
  *
- *   deadlock       a thread waits for a lock for ever
- *   lost           the worker sleeps beside a command that can be started, though the queue is not paused or was woken
- *                  since
+ *   deadlock       a thread waits for a lock indefinitely
+ *   lost           the worker sleeps although a command can be started, and the queue is not paused or was woken since
  *   undonePause    a run begins, which ends a pause, and nothing has woken the worker since that pause
  *   runsAfterStop  the worker begins another run after stop()
- *   endsEarly      the worker ends before a stop() has cancelled what is listed
- *   staysAfterStop the worker sleeps on after stop()
+ *   endsEarly      the worker ends before a stop() has cancelled the listed commands
+ *   staysAfterStop the worker still sleeps after stop()
  *
- * An inline bears the name of the function that it stands for. Commands are no more than three counts; which of those
- * that can be started comes first is left open. OPERATIONS operations of any kind are spread over two clients and the
- * command that runs. A lock is true while it is held; nothing here takes one twice, so that of the queue need not be
- * recursive.
+ * An inline has the name of the function that it models. Commands are three counts; the order of those that can be
+ * started is not modelled. OPERATIONS operations of any kind are distributed over two clients and the running command. A
+ * lock is true while it is held; nothing here takes one twice, so the lock of the queue is not recursive.
  *
- * With one of these defined, the model is that of a naive design, in which the search has to find the fault:
+ * Each of these macros selects a naive design instead, in which the search has to find the fault:
  *
  *   FLAG_WITHOUT_LOCK    a wake-up takes no lock                                          lost
  *   NOTIFY_UNDER_MUTEX   a wake-up takes the lock that stop() holds for its whole work    deadlock
  *   FLAG_THAT_STICKS     a wake-up is no more than a flag                                 undonePause
  *   LAST_WAKE_UP_KEPT    of two wake-ups the one stored last is kept, not the later one   lost
- *   END_AFTER_LAST_LOOK  a run's last look and the end of `processing` are two holds      lost
+ *   END_AFTER_LAST_LOOK  a run's last look and the end of `processing` are two sections   lost
  *   STOP_READ_UNLOCKED   the worker reads stopRequested without the lock of stop()        endsEarly
  */
 
@@ -50,14 +48,14 @@ bool stopRequested;
 byte pendingWakeUp = NONE;
 bool asleep; /* on the condition variable */
 
-/* What is watched */
+/* Observed by the assertions */
 bool wokenSincePause;
 bool stopped; /* a stop() has cancelled everything */
 bool ended;
 bool deadlock, lost, undonePause, runsAfterStop, endsEarly, staysAfterStop;
 byte operations = OPERATIONS;
 
-/* To wait for a lock. What a thread does first under it stands in the same atomic step, since nobody else can tell. */
+/* Waits for a lock. A thread's first action under the lock is in the same atomic step: no other thread can tell. */
 inline lock(held) { atomic { !held -> held = true } }
 inline unlock(held) { held = false }
 inline notify_one() { asleep = false }
@@ -114,8 +112,8 @@ inline finishCommandAllowed() {
     wasProcessing = false
 }
 
-/* A client's or a command's next operation. Where commandAdded() is delivered later, the wake-up comes without the
-   queue's lock, and that is the second of a pair. */
+/* The next operation of a client or a command. The second variant of an add delivers commandAdded() later: it wakes the
+   worker without the queue's lock. */
 inline operation() {
     if
     :: atomic { lock(queueMutex); ready++ }; wakeUp(); unlock(queueMutex)
@@ -181,7 +179,7 @@ inline continueRun() {
 #endif
 }
 
-/* CommandQueue::takeNextCommand(), Command::execute(), and the hold in which the command leaves the list or stays */
+/* CommandQueue::takeNextCommand(), Command::execute(), and the critical section that removes the command or keeps it */
 inline startNextCommand() {
     atomic {
         lock(queueMutex);
@@ -256,7 +254,7 @@ proctype worker() {
 
 init {
     atomic { run worker(); run client(); run client() };
-    /* Nothing moves any more: each client is done or waits for ever, the worker has ended, sleeps, or waits. */
+    /* Nothing can proceed: each client is done or waits indefinitely, the worker has ended, sleeps, or waits. */
     timeout;
     atomic {
         deadlock = mutex || queueMutex || wakeUpMutex;
