@@ -5,8 +5,6 @@
 
 #include <commands/CommandQueue.h>
 
-#include <cstdio>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,13 +22,6 @@ QString tableRow(const DigestCommandData &record)
     const QString digest = hasDigest ? QString::fromLatin1(record.getDigest().toHex()) : u"-"_s;
     return mark + digest.leftJustified(digestColumns) + "  "_L1
         + record.getStatusAsString().leftJustified(statusColumns) + "  "_L1 + path + u'\n';
-}
-
-void print(const QString &text)
-{
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-    std::fflush(stdout);
 }
 
 } // namespace
@@ -89,7 +80,7 @@ void DigestReport::showProgress(CommandData *record)
     print(eraseLine + counts + escapedPath(digestRecord.getTitle()).right(terminalColumns - counts.size()) + u'\r');
 }
 
-void DigestReport::printSummary() const
+void DigestReport::printSummary()
 {
     print(u"%1 finished, %2 failed, %3 cancelled, %4 bytes, %5 s\n"_s.arg(finished)
               .arg(failed)
@@ -101,4 +92,20 @@ void DigestReport::printSummary() const
 bool DigestReport::hasFailures() const
 {
     return failed > 0;
+}
+
+bool DigestReport::hasWriteFailed() const
+{
+    return output.status() != QTextStream::Ok;
+}
+
+void DigestReport::print(const QString &text)
+{
+    if (hasWriteFailed()) {
+        return;
+    }
+    output << text << Qt::flush;
+    if (hasWriteFailed()) {
+        Q_EMIT writeFailed();
+    }
 }

@@ -3,6 +3,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QTextStream>
 
 #include <memory>
 #include <vector>
@@ -14,20 +15,19 @@ class DigestCommandData;
 /**
  * @brief Owns the records of all files, follows the queue and prints.
  *
- * Each command gets its row of the table when it has left the queue: the digest, two blanks, the status in nine
- * columns, two blanks, and the path relative to the folder, written as sha256sum writes it: if the path holds a
- * backslash, a line feed or a carriage return, these are escaped and the row begins with a backslash. So
+ * Prints one row for each command when it has left the queue: the digest, two blanks, the status in nine columns, two
+ * blanks, and the title, as sha256sum writes it. A title with a backslash, a line feed or a carriage return is escaped,
+ * and its row begins with a backslash. If the titles are paths relative to a folder,
  * `sed -nE 's/^(\\?[0-9a-f]{64})  FINISHED   /\1  /p' | sha256sum -c` checks the table in that folder. A file without
  * digest has a dash in its place.
  *
  * On a terminal a last line shows how far the current file is.
  *
- * Ownership: a queued signal arrives when the queue has gone on and the command is gone as a rule; what it names is the
- * record. So the records belong to this object, which is created before the queue and destroyed after it, and none is
- * given up in between.
+ * Ownership: this object owns the records. A queued signal names its record when the command may be gone, so this
+ * object is created before the queue and destroyed after it, and destroys no record in between.
  *
- * Threads: everything here happens on the thread that created the object. It is connected to the queue by queued
- * connections, so no slot runs on the worker, nor with the queue's lock held.
+ * Threads: everything here happens on the thread that created the object. The connections to the queue are queued, so
+ * no slot runs on the worker or while the queue's mutex is held.
  */
 class DigestReport : public QObject
 {
@@ -42,23 +42,31 @@ public:
     /** Connects itself to the signals of @p queue. */
     void follow(const CommandQueue &queue);
 
-    /** Makes the record of one file, which this object owns. To be called before the event loop runs. */
+    /** Creates the record of one file, which this object owns. Must be called before the event loop runs. */
     DigestCommandData *addRecord(const QString &path, const QString &title);
 
-    /** Prints what came of all files. */
-    void printSummary() const;
+    /** Prints how many files were finished, failed and cancelled. */
+    void printSummary();
 
-    /** Returns whether the command of any file came to an error. */
+    /** Returns whether a file could not be read. */
     bool hasFailures() const;
 
+    /** Returns whether standard output could not be written. Nothing is printed from then on. */
+    bool hasWriteFailed() const;
+
 Q_SIGNALS:
-    /** Every file has its row. */
+    /** The row of every file is printed. */
     void allReported();
+
+    /** Standard output cannot be written. Emitted once. */
+    void writeFailed();
 
 private:
     void reportRemoved(CommandData *record);
     void showProgress(CommandData *record);
+    void print(const QString &text);
 
+    QTextStream output{stdout};
     const bool isTerminal;
     std::vector<std::unique_ptr<DigestCommandData>> records;
     std::size_t finished = 0;

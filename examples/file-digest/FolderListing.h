@@ -1,27 +1,37 @@
 #ifndef FILEDIGEST_FOLDERLISTING_H
 #define FILEDIGEST_FOLDERLISTING_H
 
-#include <QString>
+#include <QStringList>
 
 #include <vector>
 
-/** What stands in a folder and the folders below it. */
+/** A file to digest. */
+struct ListedFile
+{
+    QString path; ///< where to read the file
+    QString name; ///< the path relative to the listed folder, or the name of a file that was listed by itself
+};
+
+/** The files of several paths. */
 struct FolderListing
 {
-    /** The regular files, as paths relative to the folder, with slashes, in the order of their code units. */
-    std::vector<QString> files;
+    /** The files in the order of the paths; those of one folder in natural order. */
+    std::vector<ListedFile> files;
 
     /** The folders that could not be read, each with the reason. */
-    std::vector<QString> failures;
+    QStringList failures;
 };
 
 /**
- * Lists the regular files in @p folder and below, hidden ones included. Symbolic links are not followed, except for
- * @p folder itself, so a link to a folder above it makes no circle; links, sockets, pipes and devices are left out.
+ * Lists the files among @p paths and the regular files in the folders among them and below, hidden ones included. Files
+ * and folders in a folder are skipped if their name is one of @p excludedNames.
  *
- * A file name that is not valid UTF-8 is listed with U+FFFD for what cannot be decoded: such a file cannot be opened by
- * that path, but it does not go unnoticed either.
+ * Symbolic links in a folder are not followed, so a link to a folder above it makes no circle. Links, sockets, pipes
+ * and devices in a folder are not listed. A path that is no folder is listed as it is, even if there is no such file.
+ *
+ * A file name that is not valid UTF-8 is listed with U+FFFD for what cannot be decoded. Such a file cannot be opened by
+ * that path; the error shows that it was not digested.
  */
-FolderListing listFiles(const QString &folder);
+FolderListing listFiles(const QStringList &paths, const QStringList &excludedNames = {});
 
 #endif

@@ -1,30 +1,33 @@
-// Prints the SHA-256 digests of all files under a folder, computed one after another by a CommandQueueThread.
+// Prints the SHA-256 digests of files and of all files in folders. A CommandQueueThread computes them one after
+// another.
 //
-// usage: file-digest [FOLDER]    without one: the current folder
-// exit code: 0 if every file was read, 1 if one or a folder was not, 2 if there is no such folder, 130 after Ctrl+C
+// exit code: 0 if every file was read; 1 if a file or folder was not, or if standard output cannot be written; 2 for a
+// wrong option and if there is no such file or folder; 130 after Ctrl+C
 
+#include "CommandLine.h"
 #include "DigestCommand.h"
 #include "DigestCommandData.h"
 #include "DigestReport.h"
 #include "FolderListing.h"
 #include "InterruptNotifier.h"
+#include "NaturalLocale.h"
 
 #include <commands/CommandQueueThread.h>
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
-
-#include <cstdio>
+#include <QTextStream>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int readFailure = 1;
-constexpr int usageFailure = 2;
+constexpr int failure = 1;
 constexpr int interruptedByUser = 130; // 128 and the number of SIGINT, as a shell gives it
 
 bool isStandardOutputTerminal()
@@ -36,11 +39,16 @@ bool isStandardOutputTerminal()
 #endif
 }
 
-int digestFiles(const QString &folder)
+void printError(const QString &message)
 {
-    const FolderListing listing = listFiles(folder);
-    for (const QString &failure : listing.failures) {
-        std::fprintf(stderr, "file-digest: %s\n", qUtf8Printable(failure));
+    QTextStream(stderr) << "file-digest: " << message << Qt::endl;
+}
+
+int digestFiles(const QStringList &paths, const QStringList &excludedNames)
+{
+    const FolderListing listing = listFiles(paths, excludedNames);
+    for (const QString &message : listing.failures) {
+        printError(message);
     }
 
     // The records outlive the worker and its queue, see DigestReport.
@@ -52,16 +60,18 @@ int digestFiles(const QString &folder)
 
     report.follow(queue);
     QObject::connect(&report, &DigestReport::allReported, &worker, &CommandQueueThread::stop);
+    QObject::connect(&report, &DigestReport::writeFailed, &worker, &CommandQueueThread::stop);
     QObject::connect(&interrupt, &InterruptNotifier::interrupted, &worker, [&worker, &interrupted] {
         interrupted = true;
         worker.stop();
     });
-    // Posted by the ended worker, this comes behind every signal of its queue.
+    // The worker posts this signal at its end, after all signals of its queue.
     QObject::connect(&worker, &QThread::finished, qApp, &QCoreApplication::quit);
 
-    const QDir root(folder);
-    for (const QString &path : listing.files) {
-        queue.addCommand(QSharedPointer<DigestCommand>::create(report.addRecord(root.filePath(path), path)));
+    const bool isOneFolder = paths.size() == 1 && QFileInfo(paths.constFirst()).isDir();
+    for (const ListedFile &file : listing.files) {
+        DigestCommandData *const record = report.addRecord(file.path, isOneFolder ? file.name : file.path);
+        queue.addCommand(QSharedPointer<DigestCommand>::create(record));
     }
     worker.start();
     if (listing.files.empty()) {
@@ -71,10 +81,14 @@ int digestFiles(const QString &folder)
     worker.wait();
 
     report.printSummary();
+    if (report.hasWriteFailed()) {
+        printError(u"standard output cannot be written"_s);
+        return failure;
+    }
     if (interrupted) {
         return interruptedByUser;
     }
-    return report.hasFailures() || !listing.failures.empty() ? readFailure : 0;
+    return report.hasFailures() || !listing.failures.empty() ? failure : 0;
 }
 
 } // namespace
@@ -82,15 +96,25 @@ int digestFiles(const QString &folder)
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() > 2) {
-        std::fputs("usage: file-digest [FOLDER]\n", stderr);
-        return usageFailure;
+    QCoreApplication::setApplicationName(u"file-digest"_s);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Prints the SHA-256 digests of files and of all files in folders."_s);
+    parser.addPositionalArgument(u"path"_s, u"A file or folder; the current folder by default."_s, u"[path...]"_s);
+    const QCommandLineOption exclude(
+        u"exclude"_s, u"Skips files and folders of this name in folders. Can be repeated."_s, u"name"_s);
+    parser.addOption(exclude);
+    processCommandLine(parser);
+
+    QStringList paths = parser.positionalArguments();
+    if (paths.isEmpty()) {
+        paths.append(u"."_s);
     }
-    const QString folder = arguments.value(1, QStringLiteral("."));
-    if (!QFileInfo(folder).isDir()) {
-        std::fprintf(stderr, "file-digest: no such folder: %s\n", qUtf8Printable(folder));
-        return usageFailure;
+    for (const QString &path : std::as_const(paths)) {
+        if (!QFileInfo::exists(path)) {
+            printError(u"no such file or folder: %1"_s.arg(path));
+            return usageFailure;
+        }
     }
-    return digestFiles(folder);
+    ensureNaturalOrder();
+    return digestFiles(paths, parser.values(exclude));
 }

@@ -32,18 +32,6 @@ namespace {
 constexpr QSize firstSize(900, 560);
 const QString placeKey = u"window/place"_s; // "x,y,width,height"
 
-std::vector<QueueController::File> filesUnder(const QString &folder)
-{
-    const FolderListing listing = listFiles(folder);
-    QStringList names(listing.files.cbegin(), listing.files.cend());
-    NaturalSort::sort(names);
-    std::vector<QueueController::File> files;
-    for (const QString &name : std::as_const(names)) {
-        files.push_back({QDir(folder).filePath(name), name});
-    }
-    return files;
-}
-
 } // namespace
 
 MonitorWindow::MonitorWindow(QWidget *parent)
@@ -147,19 +135,11 @@ void MonitorWindow::closeEvent(QCloseEvent *event)
 
 void MonitorWindow::addPaths(QStringList paths)
 {
-    NaturalSort::sort(paths);
-    std::vector<QueueController::File> files;
-    for (const QString &path : std::as_const(paths)) {
-        const QFileInfo info(path);
-        if (!info.isDir()) {
-            files.push_back({info.absoluteFilePath(), info.fileName()});
-            continue;
-        }
-        for (QueueController::File &file : filesUnder(info.absoluteFilePath())) {
-            files.push_back(std::move(file));
-        }
+    for (QString &path : paths) {
+        path = QFileInfo(path).absoluteFilePath();
     }
-    controller.digest(files);
+    NaturalSort::sort(paths);
+    controller.digest(listFiles(paths).files);
 }
 
 void MonitorWindow::askForFiles()

@@ -51,17 +51,17 @@ const SaveCommandData *QueueController::getAwaitingRecord() const
     return awaitingRecord;
 }
 
-void QueueController::digest(const std::vector<File> &files)
+void QueueController::digest(const std::vector<ListedFile> &files)
 {
     std::vector<std::unique_ptr<CommandData>> records;
     std::vector<QSharedPointer<Command>> commands;
     QSet<QString> paths;
-    for (const File &file : files) {
+    for (const ListedFile &file : files) {
         if (model.isListed(file.path) || paths.contains(file.path)) {
             continue;
         }
         paths.insert(file.path);
-        auto record = std::make_unique<DigestCommandData>(file.path, file.title);
+        auto record = std::make_unique<DigestCommandData>(file.path, file.name);
         commands.push_back(QSharedPointer<DigestCommand>::create(record.get()));
         records.push_back(std::move(record));
     }

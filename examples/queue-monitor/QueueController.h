@@ -2,6 +2,7 @@
 #define QUEUEMONITOR_QUEUECONTROLLER_H
 
 #include "CommandListModel.h"
+#include "FolderListing.h"
 
 #include <commands/CommandQueueThread.h>
 
@@ -20,13 +21,6 @@ class QueueController : public QObject
 public:
     enum class State { Idle, Running, Paused, AwaitingAnswer, Stopping };
 
-    /** A file to digest, and what to call it in the list. */
-    struct File
-    {
-        QString path;
-        QString title;
-    };
-
     QueueController();
 
     /** Stops the worker and waits for the chunk of work that it is at. */
@@ -39,7 +33,7 @@ public:
     const SaveCommandData *getAwaitingRecord() const;
 
     /** Queues a digest for each of @p files, but for those that wait already. A pause stays a pause. */
-    void digest(const std::vector<File> &files);
+    void digest(const std::vector<ListedFile> &files);
 
     /** Queues the saving of all digests that stand in the list to @p target. A pause stays a pause. */
     void saveDigests(const QString &target);
