@@ -94,8 +94,10 @@ BENCHMARK_CAPTURE(naturalSort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydayS
 BENCHMARK_CAPTURE(keySort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydaySize)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(plainSort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydaySize)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(naturalSort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
+BENCHMARK_CAPTURE(keySort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
 BENCHMARK_CAPTURE(plainSort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
 BENCHMARK_CAPTURE(naturalSort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
+BENCHMARK_CAPTURE(keySort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
 BENCHMARK_CAPTURE(plainSort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
 BENCHMARK_CAPTURE(naturalSort, ascii_C, "C", Kind::Ascii)->Arg(everydaySize);
 BENCHMARK_CAPTURE(plainSort, ascii_C, "C", Kind::Ascii)->Arg(everydaySize);

@@ -69,7 +69,12 @@ private Q_SLOTS:
         for (const QString &locale : u"C en_US de_AT cs_CZ hu_HU ar_EG ja_JP"_s.split(u' ')) {
             QLocale::setDefault(QLocale(locale));
             QList<QString> sorted = list;
+            sorted.reserve(2 * list.size());
+            const QString *const place = sorted.constData();
+            const qsizetype capacity = sorted.capacity();
             NaturalSort::sort(sorted);
+            QCOMPARE(sorted.constData(), place);
+            QCOMPARE(sorted.capacity(), capacity);
 
             QCollator collator;
             collator.setNumericMode(true);
