@@ -1,46 +1,55 @@
+#include "../support/LogRecorder.h"
+
 #include <conversions/StringConversions.h>
 
 #include <QLocale>
 #include <QScopeGuard>
 #include <QTest>
+#include <QTranslator>
 
-#include <atomic>
+#include <climits>
 #include <clocale>
-#include <functional>
-#include <limits>
 #include <type_traits>
 
 static_assert(std::is_copy_assignable_v<StringConversions> && std::is_move_assignable_v<StringConversions>);
 static_assert(std::is_default_constructible_v<StringConversions> && std::is_copy_constructible_v<StringConversions>);
 
-static std::atomic<int> allocated = 0; // stays 0 where nothing counts
-
-#if defined(__GLIBC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-// Stands in for the function of the C library, which stays within reach under its other name.
-extern "C" void *__libc_malloc(std::size_t size);
-
-extern "C" void *malloc(std::size_t size) noexcept
-{
-    ++allocated;
-    return __libc_malloc(size);
-}
-#endif
-
 using namespace Qt::StringLiterals;
-
-// What fuzz_conversions does not compare, and an example of each form.
-
-namespace {
-
-using Own = StringConversions;
+using S = StringConversions;
+using Integers = std::vector<int>;
 using TextMap = QMap<QString, QString>;
 using VersionMap = QMap<QString, QVersionNumber>;
 
-/** Adds a row; null for @p expected means a null string, and not one that is only empty. */
-void addWriting(const char *form, const QString &text, const char *expected)
+namespace {
+
+template <typename Value>
+void addReading(const char *row, const Value &actual, const Value &expected)
 {
-    QTest::newRow(form) << text << QString::fromUtf8(expected);
+    QTest::newRow(row) << QVariant::fromValue(actual) << QVariant::fromValue(expected);
 }
+
+/** As std::vector cannot be shown. */
+QList<int> readIntegers(const QString &text)
+{
+    const Integers values = S::stringToIntegerArray(text);
+    return QList<int>(values.begin(), values.end());
+}
+
+/** Writes @p matrix with blanks and without the decimals of whole numbers. */
+QString toShortText(const QMatrix4x4 &matrix)
+{
+    return S::matrix4x4ToString(matrix, u' ').remove(".00000000000000000"_L1);
+}
+
+class GermanKeys : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return qstrcmp(context, "QShortcut") == 0 && qstrcmp(text, "Ctrl") == 0 ? u"Strg"_s : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
 
 } // namespace
 
@@ -49,61 +58,205 @@ class StringConversionsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void reads_data()
+    {
+        QTest::addColumn<QVariant>("actual");
+        QTest::addColumn<QVariant>("expected");
+        for (const char *text : {"true", "TRUE", "True", "tRuE", "1"}) {
+            addReading(text, S::stringToBool(QString::fromUtf8(text)), true);
+        }
+        for (const char *text : {"false", "0", "yes", "on", "01", "1.0", " true", "true ", "t"}) {
+            addReading(text, S::stringToBool(QString::fromUtf8(text)), false);
+        }
+        addReading("bool, empty", S::stringToBool(QString()), false);
+
+        addReading("integer", S::stringToInt(u"-42"_s, 5), -42);
+        addReading("integer, zero", S::stringToInt(u"0"_s, 5), 0);
+        addReading("integer, least", S::stringToInt(u"-2147483648"_s, 5), INT_MIN);
+        addReading("integer, too large", S::stringToInt(u"2147483648"_s, 5), 5);
+        addReading("integer, empty", S::stringToInt(u""_s, 5), 5);
+        addReading("integer, letters behind", S::stringToInt(u"12abc"_s, 5), 5);
+        addReading("integer, prefix", S::stringToInt(u"0x10"_s, 5), 5);
+        addReading("integer, leading zero", S::stringToInt(u"010"_s, 5), 10);
+        addReading("integer, fraction", S::stringToInt(u"1.5"_s, 5), 5);
+        addReading("integer, default", S::stringToInt(u"x"_s), 0);
+
+        addReading("float", S::stringToFloat(u"1.5D+3"_s, 'D'), 1500.0f);
+        addReading("float, Latin-1", S::stringToFloat(u"1.5é+3"_s, '\xe9'), 1500.0f);
+        addReading("float, third field", S::stringToFloat(u"1e2e3"_s), 100.0f);
+        addReading("float, no exponent", S::stringToFloat(u"2.5"_s), 2.5f);
+        addReading("float, empty exponent", S::stringToFloat(u"2.5e"_s), 2.5f);
+        addReading("float, exponent with fraction", S::stringToFloat(u"2.5e1.5"_s), 2.5f);
+        addReading("float, empty mantissa", S::stringToFloat(u"e3"_s), 0.0f);
+        addReading("float, empty", S::stringToFloat(u""_s), 0.0f);
+        addReading("float, no number", S::stringToFloat(u"abc"_s, 'x'), 0.0f);
+        addReading("float, read whole", S::stringToFloat(u"1.5E3"_s), 1500.0f);
+        addReading("float, power beyond float", S::stringToFloat(u"1e-30x60"_s, 'x'), 1e30f);
+
+        addReading("integers", readIntegers(u"1 -2 3"_s), {1, -2, 3});
+        addReading("integers, empty", readIntegers(u""_s), {0});
+        addReading("integers, null", readIntegers(QString()), {0});
+        addReading("integers, two blanks", readIntegers(u"1  2"_s), {1, 0, 2});
+        addReading("integers, last blank", readIntegers(u"1 2 "_s), {1, 2, 0});
+        addReading("integers, no numbers", readIntegers(u"1 x 3 4.5"_s), {1, 0, 3, 0});
+        addReading("integers, out of range", readIntegers(u"2147483648 -2147483648"_s), {0, INT_MIN});
+        addReading("integers, tab", readIntegers(u"1\t2"_s), {0});
+
+        addReading("point", S::stringToQPoint(u"10 -20"_s), QPoint(10, -20));
+        addReading("point, three fields", S::stringToQPoint(u"10 -20 30"_s), QPoint(10, -20));
+        addReading("point, one field", S::stringToQPoint(u"10"_s), QPoint(0, 0));
+        addReading("point, two blanks", S::stringToQPoint(u"10  -20"_s), QPoint(10, 0));
+        addReading("point, first blank", S::stringToQPoint(u" 5"_s), QPoint(0, 5));
+        addReading("point, no integers", S::stringToQPoint(u"1.5 ~2"_s), QPoint(0, 0));
+        addReading("pointF", S::stringToQPointF(u"1.23e+06 0.5"_s), QPointF(1230000, 0.5));
+        addReading("pointF, three fields", S::stringToQPointF(u"1.5 2.25 3"_s), QPointF(1.5, 2.25));
+        addReading("pointF, one field", S::stringToQPointF(u"1.5"_s), QPointF(0, 0));
+        addReading("pointF, no number", S::stringToQPointF(u"1,5 2"_s), QPointF(0, 2));
+
+        addReading("size", S::stringToQSize(u"640 480"_s), QSize(640, 480));
+        addReading("size, three fields", S::stringToQSize(u"640 x 480"_s), QSize(640, 480));
+        addReading("size, four fields", S::stringToQSize(u"640 1 2 480"_s), QSize(640, 480));
+        addReading("size, one field", S::stringToQSize(u"640"_s), QSize(640, 640));
+        addReading("size, empty", S::stringToQSize(u""_s), QSize(0, 0));
+        addReading("size, last blank", S::stringToQSize(u"640 480 "_s), QSize(640, 0));
+        addReading("sizeF", S::stringToQSizeF(u"0.10000000000000001 2.5"_s), QSizeF(0.1, 2.5));
+        addReading("sizeF, three fields", S::stringToQSizeF(u"1 x 2.5"_s), QSizeF(1, 2.5));
+        addReading("sizeF, one field", S::stringToQSizeF(u"2.5"_s), QSizeF(2.5, 2.5));
+
+        addReading("rect", S::stringToRect(u"1,2,30,40"_s), QRect(1, 2, 30, 40));
+        addReading("rect, negative", S::stringToRect(u"-5,-6,7,8"_s), QRect(-5, -6, 7, 8));
+        addReading("rect, five fields", S::stringToRect(u"1,2,30,40,99"_s), QRect(1, 2, 30, 40));
+        addReading("rect, no number", S::stringToRect(u"1,x,30,40"_s), QRect(1, 0, 30, 40));
+        addReading("rect, empty fields", S::stringToRect(u",,30,40"_s), QRect(0, 0, 30, 40));
+        addReading("rect, three fields", S::stringToRect(u"1,2,30"_s), QRect());
+
+        addReading("2D", S::stringToVector2D(u"1.500 0.100"_s), QVector2D(1.5f, 0.1f));
+        addReading("2D, no number", S::stringToVector2D(u"abc 2"_s), QVector2D(0, 2));
+        addReading("2D, one field", S::stringToVector2D(u"1.5"_s), QVector2D());
+        addReading("2D, three fields", S::stringToVector2D(u"1 2 3"_s), QVector2D());
+        addReading("2D, two blanks", S::stringToVector2D(u"1  2"_s), QVector2D());
+        addReading("2D, last blank", S::stringToVector2D(u"1 2 "_s), QVector2D());
+        addReading("3D", S::stringToVector3D(u"1.00 -2 0.1"_s), QVector3D(1, -2, 0.1f));
+        addReading("3D, no number", S::stringToVector3D(u"1 x 3"_s), QVector3D(1, 0, 3));
+        addReading("3D, two fields", S::stringToVector3D(u"1 2"_s), QVector3D());
+        addReading("3D, four fields", S::stringToVector3D(u"1 2 3 4"_s), QVector3D());
+
+        const float elements[] = {1, 2, 3, 0.1f, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 0, 16};
+        const QString texts = u"1;2;3;0.1;5;6;7;8;9;10;11;12;13;14;x;16"_s;
+        addReading("matrix", S::stringToQMatrix4x4(texts, u';'), QMatrix4x4(elements));
+        addReading("matrix, other separator", S::stringToQMatrix4x4(texts, u' '), QMatrix4x4());
+        addReading("matrix, 15 fields", S::stringToQMatrix4x4(texts.chopped(3), u';'), QMatrix4x4());
+        addReading("matrix, 17 fields", S::stringToQMatrix4x4(texts + u';', u';'), QMatrix4x4());
+        addReading("safely", S::stringToQMatrix4x4Safe(texts, u';').hasValue(), true);
+        addReading("safely, other separator", S::stringToQMatrix4x4Safe(texts).hasValue(), false);
+        addReading("safely, 17 fields", S::stringToQMatrix4x4Safe(texts + u';', u';').hasValue(), false);
+        const QTransform transform(0, 2, 3, 4, 5, 6, 7, 8, 9.5);
+        addReading("transform", S::stringToQTransform(u"x 2 3 4 5 6 7 8 9.5"_s), transform);
+        addReading("transform, eight fields", S::stringToQTransform(u"1 2 3 4 5 6 7 8"_s), QTransform());
+        addReading("transform, ten fields", S::stringToQTransform(u"1 2 3 4 5 6 7 8 9 10"_s), QTransform());
+    }
+    void reads()
+    {
+        QFETCH(QVariant, actual);
+        QFETCH(QVariant, expected);
+        QCOMPARE(QDebug::toString(actual), QDebug::toString(expected));
+        QVERIFY(actual == expected);
+    }
+
+    void readsVersionMaps_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<VersionMap>("expected"); // empty if the text is refused
+        QTest::newRow("one") << "a 1.2" << VersionMap{{u"a"_s, {1, 2}}};
+        QTest::newRow("two") << "a 1.2 | b 3.0" << VersionMap{{u"a"_s, {1, 2}}, {u"b"_s, {3, 0}}};
+        QTest::newRow("bare bar, other order") << "b 3.0|a 1.2" << VersionMap{{u"a"_s, {1, 2}}, {u"b"_s, {3, 0}}};
+        QTest::newRow("much white space") << "\n a  \t 1.2 \t" << VersionMap{{u"a"_s, {1, 2}}};
+        QTest::newRow("last of a key wins") << "a 3 | b 2 | a 0" << VersionMap{{u"a"_s, {0}}, {u"b"_s, {2}}};
+        QTest::newRow("keys by case") << "a 1 | A 2" << VersionMap{{u"A"_s, {2}}, {u"a"_s, {1}}};
+        QTest::newRow("no number") << "a abc" << VersionMap{{u"a"_s, {}}};
+        QTest::newRow("more behind the number") << "a 1.2abc" << VersionMap{{u"a"_s, {1, 2}}};
+        for (const char *text :
+            {"", "a", "a ", "\"a\"\n", "a 1 2", "my app 1.0", "a\t1.0", "a 1 |", "| a 1", "a 1 || b 2"}) {
+            QTest::newRow(text) << text << VersionMap();
+        }
+    }
+    void readsVersionMaps()
+    {
+        QFETCH(QString, text);
+        QFETCH(VersionMap, expected);
+        const QString warning = u"1 default invalid version format (%1)"_s.arg(QDebug::toString(text));
+        const LogRecorder log;
+        const auto map = S::stringToStringVersionMap(text);
+        QCOMPARE(log.getLines(), expected.isEmpty() ? QStringList(warning) : QStringList());
+        QCOMPARE(map.hasValue(), !expected.isEmpty());
+        QCOMPARE(map.hasValue() ? map.getValue() : VersionMap(), expected);
+    }
+
     void writes_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
-
-        addWriting("true", Own::boolToString(true), "true");
-        addWriting("false", Own::boolToString(false), "false");
-        addWriting("default int", Own::intToString(Own::stringToInt(u"x"_s)), "0");
-        const std::vector<int> values = {1, -2, 3, std::numeric_limits<int>::min()};
-        addWriting("list", Own::integerArrayToString(values), "1 -2 3 -2147483648");
-        addWriting("part of a list", Own::toString(values.data(), 2), "1 -2");
-        addWriting("nothing of a list", Own::toString(nullptr, -1), nullptr);
-        addWriting("pointer", Own::ptrToString(reinterpret_cast<const void *>(0xABCDEF)), "0x0000000000abcdef");
-        addWriting(
-            "last pointer", Own::ptrToString(reinterpret_cast<const void *>(~quintptr(0))), "0xffffffffffffffff");
+        QTest::newRow("true") << S::boolToString(true) << u"true"_s;
+        QTest::newRow("false") << S::boolToString(false) << u"false"_s;
+        QTest::newRow("least integer") << S::intToString(INT_MIN) << u"-2147483648"_s;
+        const Integers integers = {1, -2, 3};
+        QTest::newRow("array") << S::integerArrayToString(integers) << u"1 -2 3"_s;
+        QTest::newRow("part of an array") << S::toString(integers.data(), 2) << u"1 -2"_s;
+        QTest::newRow("empty array") << S::integerArrayToString({}) << QString();
+        QTest::newRow("negative count") << S::toString(nullptr, -1) << QString();
+        QTest::newRow("null pointer") << S::ptrToString(nullptr) << u"0x0000000000000000"_s;
+        QTest::newRow("pointer") << S::ptrToString(reinterpret_cast<void *>(0xABCDEF)) << u"0x0000000000abcdef"_s;
         const QList<QKeySequence> keys = {QKeySequence(Qt::Key_Percent, Qt::Key_1), QKeySequence(Qt::Key_F2)};
-        addWriting("shortcut", Own::qkeySequencesToAppendableString(keys), " (%, 1)");
-        addWriting("no shortcut", Own::qkeySequencesToAppendableString({}), "");
+        QTest::newRow("key sequences") << S::qkeySequencesToAppendableString(keys) << u" (%, 1)"_s;
+        QTest::newRow("no key sequence") << S::qkeySequencesToAppendableString({}) << u""_s;
+        QTest::newRow("empty one") << S::qkeySequencesToAppendableString({QKeySequence()}) << u" ()"_s;
 
-        addWriting("pointf", Own::qpointfToString(QPointF(0.1, -0.0)), "0.10000000000000001 0");
-        addWriting("pointf 3", Own::qpointfToString(QPointF(3.14159265, 1234567.0), 3), "3.14 1.23e+06");
-        addWriting("pointf shortest", Own::qpointfToString(QPointF(0.1, -qInf()), -128), "0.1 -inf");
-        addWriting("pointf ties", Own::qpointfToString(QPointF(0.125, 22.5), 2), "0.13 23");
-        addWriting("pointf tie above a power of ten", Own::qpointfToString(QPointF(10000.5, 2.5), 5), "10001 2.5");
-        addWriting("pointf greatest tie", Own::qpointfToString(QPointF(2.5e21, 1.5e22), 1), "3e+21 2e+22");
-        addWriting("pointf least tie",
-            Own::qpointfToString(QPointF(0x1p-25, 0x1.0000000000001p50)),
-            "2.9802322387695313e-08 1125899906842624.3");
-        addWriting("path", Own::qpointfVectorToString({QPointF(1, 2), QPointF(3.5, 4)}, 6), "1 2,3.5 4");
-        addWriting("path 17", Own::qpointfVectorToString({QPointF(0.1, 2)}), "0.10000000000000001 2");
+        QTest::newRow("point") << S::qpointToString(QPoint(10, -20)) << u"10 -20"_s;
+        QTest::newRow("pointF") << S::qpointfToString(QPointF(0.1, -0.0)) << u"0.10000000000000001 0"_s;
+        QTest::newRow("3 digits") << S::qpointfToString(QPointF(3.14159265, 1234567), 3) << u"3.14 1.23e+06"_s;
+        QTest::newRow("shortest") << S::qpointfToString(QPointF(0.1, -qInf()), -128) << u"0.1 -inf"_s;
+        QTest::newRow("ties") << S::qpointfToString(QPointF(0.125, 22.5), 2) << u"0.13 23"_s;
+        QTest::newRow("tie, power of ten") << S::qpointfToString(QPointF(10000.5, 2.5), 5) << u"10001 2.5"_s;
+        QTest::newRow("greatest tie") << S::qpointfToString(QPointF(2.5e21, 1.5e22), 1) << u"3e+21 2e+22"_s;
+        QTest::newRow("least tie") << S::qpointfToString(QPointF(0x1p-25, 1)) << u"2.9802322387695313e-08 1"_s;
+        QTest::newRow("tie of all bits") << S::qpointfToString(QPointF(0x1.0000000000001p50, 0))
+                                         << u"1125899906842624.3 0"_s;
+        QTest::newRow("path") << S::qpointfVectorToString({QPointF(1, 2), QPointF(3.14, 4)}, 2) << u"1 2,3.1 4"_s;
+        QTest::newRow("path, default") << S::qpointfVectorToString({QPointF(0.1, 2)}) << u"0.10000000000000001 2"_s;
+        QTest::newRow("empty path") << S::qpointfVectorToString({}) << QString();
+        QTest::newRow("size") << S::qSizeToString(QSize()) << u"-1 -1"_s;
+        QTest::newRow("sizeF") << S::qSizeFToString(QSizeF(0.1, 2.5)) << u"0.10000000000000001 2.5"_s;
+        QTest::newRow("rect") << S::rectToString(QRect(1, 2, 30, 40)) << u"1,2,30,40"_s;
+        QTest::newRow("default rect") << S::rectToString(QRect()) << u"0,0,0,0"_s;
 
-        addWriting("2d", Own::vector2DToString(QVector2D(1.5f, 0.1f)), "1.5 0.100000001");
-        addWriting("2d whole", Own::vector2DToString(QVector2D(0.5f, -1e-20f), 0, true), "1 -0");
-        addWriting("3d", Own::vector3DToString(QVector3D(1234567, 0.1f, -0.25f)), "1234567 0.100000001 -0.25");
-        addWriting("3d fixed", Own::vector3DToString(QVector3D(1, 2, 3.125f), 2, true), "1.00 2.00 3.13");
-        const float elements[] = {0.1f, 2, 1e-20f, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
-        addWriting("matrix",
-            Own::matrix4x4ToString(QMatrix4x4(elements)).remove(".00000000000000000"_L1),
-            "0.10000000149011612 2 0 4 5 6 7 8 9 10 11 12 13 14 15 16");
-        addWriting("transform",
-            Own::transformToString(QTransform(1, 2, 3, 4, 5, 6, 7, 8.5, 0.7071067811865476)),
-            "1.000000 2.000000 3.000000 4.000000 5.000000 6.000000 7.000000 8.500000 0.707107");
+        QTest::newRow("2D") << S::vector2DToString(QVector2D(1.5f, 0.1f)) << u"1.5 0.100000001"_s;
+        QTest::newRow("2D, 3 digits") << S::vector2DToString(QVector2D(1.5f, 0.1f), 3) << u"1.5 0.1"_s;
+        QTest::newRow("2D, fixed") << S::vector2DToString(QVector2D(1.5f, 0.1f), 3, true) << u"1.500 0.100"_s;
+        QTest::newRow("2D, whole") << S::vector2DToString(QVector2D(0.5f, -1e-20f), 0, true) << u"1 -0"_s;
+        QTest::newRow("2D, widened") << S::vector2DToString(QVector2D(0.1f, 0), 17) << u"0.10000000149011612 0"_s;
+        QTest::newRow("3D") << S::vector3DToString(QVector3D(1234567, 0.1f, -1)) << u"1234567 0.100000001 -1"_s;
+        QTest::newRow("3D, 3 digits") << S::vector3DToString(QVector3D(1234567, 0.5f, -0.25f), 3)
+                                      << u"1.23e+06 0.5 -0.25"_s;
+        QTest::newRow("3D, fixed") << S::vector3DToString(QVector3D(1, 2, 3.125f), 2, true) << u"1.00 2.00 3.13"_s;
+        QMatrix4x4 translation;
+        translation.translate(0.1f, 2, 1e-20f);
+        QTest::newRow("matrix") << toShortText(translation) << u"1 0 0 0.10000000149011612 0 1 0 2 0 0 1 0 0 0 0 1"_s;
+        QTest::newRow("matrix, decimals")
+            << S::matrix4x4ToString(translation, u';').first(20) << u"1.00000000000000000;"_s;
+        const QString transform = S::transformToString(QTransform(0.7071067811865476, 2, 3, 4, 5, 6, 7, 8.5, 9));
+        QTest::newRow("transform, begin") << transform.first(35) << u"0.707107 2.000000 3.000000 4.000000"_s;
+        QTest::newRow("transform, end") << transform.sliced(36) << u"5.000000 6.000000 7.000000 8.500000 9.000000"_s;
 
         const TextMap texts = {{u"b"_s, u"x y"_s}, {u"a"_s, u"1"_s}, {u"B"_s, {}}};
-        addWriting("map", Own::mapToString(texts), "B  | a 1 | b x y");
-        const QString longKey(512, u'k'); // as long as the writer's buffer
-        const TextMap longTexts = {{longKey, u"v"_s}, {longKey + u'k', {}}};
-        addWriting(
-            "map of long keys", Own::mapToString(longTexts), qPrintable(longKey + u" v | "_s + longKey + u"k "_s));
-        addWriting("no map", Own::mapToString(TextMap()), nullptr);
-        const VersionMap versions = {{u"ui"_s, QVersionNumber(2, 0)}, {u"core"_s, QVersionNumber(1, -2)}, {u"x"_s, {}}};
-        addWriting("versions", Own::mapToString(versions), "core 1.-2 | ui 2.0 | x ");
-        addWriting("no versions", Own::mapToString(VersionMap()), nullptr);
+        QTest::newRow("map") << S::mapToString(texts) << u"B  | a 1 | b x y"_s;
+        QTest::newRow("empty map") << S::mapToString(TextMap()) << QString();
+        const VersionMap versions = {{u"ui"_s, {2, 0}}, {u"core"_s, {1, -2, 3}}, {u"x"_s, {}}};
+        QTest::newRow("version map") << S::mapToString(versions) << u"core 1.-2.3 | ui 2.0 | x "_s;
+        QTest::newRow("empty version map") << S::mapToString(VersionMap()) << QString();
+        const QString k(512, u'k'); // as long as the writer's buffer
+        QTest::newRow("long keys") << S::mapToString(TextMap{{k, u"v"_s}, {k + k, {}}})
+                                   << k + u" v | "_s + k + k + u' ';
     }
-
     void writes()
     {
         QFETCH(const QString, text);
@@ -112,40 +265,18 @@ private Q_SLOTS:
         QCOMPARE(text.isNull(), expected.isNull());
     }
 
-    void readsByDefault()
+    void marksMatrixAsGeneral()
     {
-        QCOMPARE(Own::stringToFloat(u"1.5e3e9"_s), 1500.0f);
-        QCOMPARE(Own::stringToFloat(u"1.5\u00e9+3"_s, '\xe9'), 1500.0f);
-        QCOMPARE(Own::stringToQPoint(u"~5 -6"_s), QPoint(0, -6));
-        QCOMPARE(Own::stringToIntegerArray(QString()), std::vector<int>{0});
-        QVERIFY(!Own::stringToQMatrix4x4Safe(u"1 2"_s).hasValue());
-        // A general matrix, which a comparison cannot tell from the identity.
-        const QString identity = Own::matrix4x4ToString(QMatrix4x4());
-        QCOMPARE(int(Own::stringToQMatrix4x4Safe(identity).getValue().flags()), 0x1f);
-        QCOMPARE(int(Own::stringToQMatrix4x4(identity).flags()), 0x1f);
-        QCOMPARE(int(Own::stringToQMatrix4x4(u"1 2"_s).flags()), 0);
+        const QString identity = S::matrix4x4ToString(QMatrix4x4());
+        QCOMPARE(int(S::stringToQMatrix4x4(identity).flags()), 0x1f); // not told by a comparison with the identity
+        QCOMPARE(int(S::stringToQMatrix4x4(u"1 2"_s).flags()), 0);
     }
 
-    void allocatesTheResultAlone()
+    void translatesKeySequence()
     {
-        const auto expect = [](int allocations, const auto &read, const QString &text) {
-            const int before = allocated;
-            static_cast<void>(std::invoke(read, text));
-            QVERIFY2(allocated == 0 || allocated - before == allocations, qPrintable(text));
-        };
-        const auto matrix = [](const QString &text) { return Own::stringToQMatrix4x4Safe(text, u';'); };
-        expect(0, &Own::stringToQPoint, u"10 -20 30"_s);
-        expect(0, &Own::stringToQPointF, u"1.5 -2.25e+10"_s);
-        expect(0, &Own::stringToQSize, u"640 x 480"_s);
-        expect(0, &Own::stringToQSizeF, u"0.5 nan"_s);
-        expect(0, &Own::stringToRect, u"1,2,30,40"_s);
-        expect(0, &Own::stringToVector2D, u"1.5 2.5"_s);
-        expect(0, &Own::stringToVector3D, u"1.5 x 2.5"_s);
-        expect(0, matrix, Own::matrix4x4ToString(QMatrix4x4(), u';'));
-        expect(0, &Own::stringToQTransform, Own::transformToString(QTransform()));
-        expect(1, &Own::stringToIntegerArray, u"7 "_s.repeated(99));
-        // The map, and for each entry a node and a key.
-        expect(5, &Own::stringToStringVersionMap, u"core 1.2.3 | ui 2.0"_s);
+        GermanKeys translator; // uninstalls itself
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        QCOMPARE(S::qkeySequencesToAppendableString({QKeySequence(Qt::CTRL | Qt::Key_S)}), u" (Strg+S)"_s);
     }
 
     void ignoresLocale()
@@ -159,10 +290,10 @@ private Q_SLOTS:
         std::setlocale(LC_ALL, "de_DE.UTF-8");
         QCOMPARE(QLocale().toString(1234.5), u"١٬٢٣٤٫٥"_s);
 
-        QCOMPARE(Own::qpointfToString(QPointF(1234567.5, 0.125), 2), u"1.2e+06 0.13"_s);
-        QCOMPARE(Own::integerArrayToString({1234567, -1}), u"1234567 -1"_s);
-        QCOMPARE(Own::qpointfToString(Own::stringToQPointF(u"1234.5 1,5"_s)), u"1234.5 0"_s);
-        QCOMPARE(Own::vector2DToString(Own::stringToVector2D(u"\u00a01.5 ١"_s)), u"1.5 0"_s);
+        QCOMPARE(S::qpointfToString(QPointF(1234567.5, 0.125), 2), u"1.2e+06 0.13"_s);
+        QCOMPARE(S::integerArrayToString({1234567, -1}), u"1234567 -1"_s);
+        QCOMPARE(S::qpointfToString(S::stringToQPointF(u"1234.5 1,5"_s)), u"1234.5 0"_s);
+        QCOMPARE(S::vector2DToString(S::stringToVector2D(u"\u00a01.5 ١"_s)), u"1.5 0"_s);
     }
 };
 
