@@ -1,3 +1,4 @@
+#include "../support/LogRecorder.h"
 #include "../support/TestCommand.h"
 
 #include <QMetaMethod>
@@ -6,55 +7,145 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-using TestCommandPointer = QSharedPointer<TestCommand>;
+struct Fixture;
+using Step = std::function<void(Fixture &)>;
+using Steps = QList<Step>;
 
-/** Retries a command in error as often as it is told to, and clears under the mutex what it is done with. */
-class RetryQueue : public TestQueue
+/** Handles an error by default, unless the hook has cleared the current command. */
+class ErrorQueue : public TestQueue
 {
 public:
-    int retries = -1; // errors are handled as by default
+    using CommandQueue::mutex;
+    std::function<void()> errorHook;
 
 protected:
     void handleCommandInError() override
     {
-        if (retries < 0) {
+        errorHook();
+        if (currentCommand) {
             TestQueue::handleCommandInError();
-            return;
         }
-        const QMutexLocker lock(&mutex);
-        if (retries == 0) {
-            removeCommand(currentCommand);
-        }
-        --retries;
-        currentCommand.clear();
     }
 };
 
-/** Records and commands A and B, their queue, and a log of all their signals. */
-struct Scene
+/** A queue that lists A; beside it B and T, a twin with the reference of A; and a log of all signals and hooks. */
+struct Fixture
 {
-    TestData a{u"A"_s};
-    TestData b{u"B"_s};
-    TestCommandPointer commandA = TestCommandPointer::create(&a);
-    TestCommandPointer commandB = TestCommandPointer::create(&b);
-    RetryQueue queue;
-    Log log;
-
-    void addBoth()
+    explicit Fixture(bool showsState)
+        : showsState(showsState)
     {
-        queue.addCommand(commandA);
-        queue.addCommand(commandB);
-        log.follow(&queue, {&a, &b});
-    }
-    QStringList listed() const
-    {
-        QStringList references;
-        for (const QSharedPointer<Command> &command : queue.getCommands()) {
-            references.append(command->getCommandData()->getReference());
+        queue.addCommand(a.command);
+        queue.errorHook = [this] { happen(u"handleCommandInError"_s); };
+        QObject::connect(&queue, &CommandQueue::commandAdded, [this](const QSharedPointer<Command> &command) {
+            happen(u"added "_s + nameOf(command->getCommandData()));
+        });
+        const auto follow = [this](const QString &event, void (CommandQueue::*signal)(CommandData *)) {
+            QObject::connect(&queue, signal, [=](CommandData *data) { happen(event + nameOf(data)); });
+        };
+        follow(u"removed "_s, &CommandQueue::commandRemoved);
+        follow(u"awaiting "_s, &CommandQueue::awaitingUserAction);
+        follow(u"run begins "_s, &CommandQueue::commandStarted);
+        follow(u"run ends "_s, &CommandQueue::commandFinished);
+        for (Item *item : {&a, &b, &twin}) {
+            const QChar name = nameOf(&item->data);
+            QObject::connect(&item->data, &CommandData::statusChanged, [this, name](CommandData *data) {
+                happen(name + u' ' + data->getStatusAsString());
+            });
+            item->command->callHook = [this, name](const QString &call) { happen(call + u' ' + name); };
         }
-        return references;
     }
+
+    /** Logs an event, then does what is to be done during it. */
+    void happen(const QString &event)
+    {
+        if (showsState) {
+            log.add(event + (queue.isLocked() ? u" locked"_s : QString()) + state());
+        } else if (!event.startsWith(u"isFinished")) {
+            log.add(event);
+        }
+        take(reactions.take(event));
+    }
+    void take(const Steps &steps)
+    {
+        for (const Step &step : steps) {
+            step(*this);
+        }
+    }
+    Item &item(char name) { return name == 'A' ? a : name == 'B' ? b : twin; }
+    QChar nameOf(const CommandData *data) const { return data == &a.data ? u'A' : data == &b.data ? u'B' : u'T'; }
+    QString state() const
+    {
+        return (queue.isProcessing() ? u" processing"_s : QString()) + (queue.isPaused() ? u" paused"_s : QString());
+    }
+    QString listed() const
+    {
+        QString names;
+        for (const QSharedPointer<Command> &command : queue.getCommands()) {
+            names += nameOf(command->getCommandData());
+        }
+        return names;
+    }
+
+    Item a{u"A"_s};
+    Item b{u"B"_s};
+    Item twin{u"A"_s};
+    Log log;
+    QHash<QString, Steps> reactions;
+    const bool showsState; // each event tells whether the mutex is locked, and the state of the queue
+    ErrorQueue queue;
 };
+
+const auto process = [](Fixture &f) { f.queue.process(); };
+const auto pause = [](Fixture &f) { f.queue.pause(); };
+const auto showListed = [](Fixture &f) { f.log.add(u"listed: "_s + f.listed()); };
+const auto leaveCurrent = [](Fixture &f) { f.queue.currentCommand = f.a.command; };
+const auto removeCurrent = [](Fixture &f) { f.queue.removeCommand(f.queue.currentCommand); };
+const auto clearCurrent = [](Fixture &f) {
+    const QMutexLocker lock(&f.queue.mutex);
+    f.queue.currentCommand.clear();
+};
+const auto retry = [](Fixture &f) { f.queue.currentCommand->setError(CommandData::RETRY_ERROR_CODE); };
+const auto error = [](Fixture &f) { f.queue.currentCommand->setError(4); };
+const auto finished = [](Fixture &f) { f.a.command->finished = true; };
+const auto unfinished = [](Fixture &f) { f.a.command->finished = false; };
+const auto notStartable = [](Fixture &f) { f.a.command->startable = false; };
+const auto resume = [](Fixture &f) { f.a.command->resume(); };
+const auto showLooks = [](Fixture &f) { f.a.command->lookHook = [&f] { f.happen(u"look A"_s); }; };
+/** Leaves the last reference to the queue. */
+const auto release = [](Fixture &f) {
+    f.a.command->destroyed = [&f] { f.happen(u"destroyed A"_s); };
+    f.a.command.reset();
+};
+
+Step add(char name)
+{
+    return [=](Fixture &f) { f.queue.addCommand(f.item(name).command); };
+}
+Step cancel(char name)
+{
+    return [=](Fixture &f) { f.queue.cancelCommand(f.item(name).command); };
+}
+Step cancelReference(const char *reference)
+{
+    return [=](Fixture &f) { f.queue.cancelCommandByReference(QString::fromLatin1(reference)); };
+}
+Step remove(char name)
+{
+    return [=](Fixture &f) { f.queue.removeCommand(f.item(name).command); };
+}
+Step requireUserAction(char name)
+{
+    return [=](Fixture &f) { f.item(name).data.setStatus(CommandData::REQUIRE_USER_ACTION); };
+}
+Step hasCommand(char name)
+{
+    return [=](Fixture &f) { f.log.add(f.queue.hasCommand(f.item(name).command.data()) ? u"yes"_s : u"no"_s); };
+}
+/** Takes @p steps within the slot or hook that logs @p event next. */
+Step during(const char *event, const Steps &steps)
+{
+    return [=](Fixture &f) { f.reactions.insert(QString::fromLatin1(event), steps); };
+}
 
 class FrontScheduler : public CommandScheduler
 {
@@ -70,7 +161,6 @@ public:
 
     QList<Command *> running;
 };
-
 } // namespace
 
 class CommandQueueTest : public QObject
@@ -90,60 +180,256 @@ private Q_SLOTS:
             "finishCommandAllowed startNextCommand"_ba);
     }
 
-    /** What becomes of a command in a run, by what it did; the next one follows in each case. */
-    void runs_data()
+    /** Which events follow the steps, in this order, and what is listed in the end. At first A is. */
+    void rules_data()
     {
-        QTest::addColumn<QString>("endOfA");
-        QTest::newRow("finished") << u"A FINISHED|removed A"_s;
-        QTest::newRow("finished, cancelled") << u"A FINISHED|removed A"_s;
-        QTest::newRow("unfinished, cancelled") << u"A CANCELLED|removed A"_s;
-        QTest::newRow("finished, error") << u"A ERR|removed A"_s;
-        QTest::newRow("unfinished, error") << u"A ERR|removed A"_s;
-        QTest::newRow("finished, cancelled, error") << u"A ERR|A CANCELLED|removed A"_s;
-        QTest::newRow("unfinished") << u"A QUEUEING"_s;
+        addColumns();
+
+        // The end of a command.
+        row("finished", {process}, "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A");
+        row("finished, cancelled",
+            {during("execute A", {cancel('A')}), process},
+            "run begins A, A PROCESSING, execute A, cancel A, A FINISHED, removed A, run ends A");
+        row("unfinished, cancelled",
+            {unfinished, during("execute A", {cancel('A')}), process},
+            "run begins A, A PROCESSING, execute A, cancel A, A CANCELLED, removed A, run ends A");
+        row("unfinished, cancelled late",
+            {unfinished, during("A QUEUEING", {cancel('A')}), process},
+            "run begins A, A PROCESSING, execute A, A QUEUEING, cancel A, A CANCELLED, removed A, run ends A");
+        row("finished, error",
+            {during("execute A", {error}), process},
+            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+        row("unfinished, error with the code for a retry",
+            {unfinished, during("execute A", {retry}), process},
+            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+        row("error in isFinished()",
+            {during("isFinished A", {error}), process},
+            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+        row("finished, cancelled, error",
+            {during("execute A", {cancel('A'), error}), process},
+            "run begins A, A PROCESSING, execute A, cancel A, A ERR, error A, A CANCELLED, removed A, run ends A");
+        row("error, executed again by a handler",
+            {during("execute A", {error, during("execute A", {error})}),
+                during("handleCommandInError", {clearCurrent}),
+                process},
+            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, "
+            "A ERR, error A, handleCommandInError, removed A, run ends A");
+        row("unfinished, then finished; keeps its place",
+            {add('B'), unfinished, during("A QUEUEING", {showListed, finished}), process},
+            "B QUEUEING, added B, run begins A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, "
+            "execute A, A FINISHED, removed A, B PROCESSING, execute B, B FINISHED, removed B, run ends A");
+        row("unfinished, not startable",
+            {unfinished, during("execute A", {notStartable}), process},
+            "run begins A, A PROCESSING, execute A, A QUEUEING, run ends A, left A");
+        row("what commandRemoved finds: not listed, but current",
+            {during("removed A", {showListed, cancel('A'), pause}), process},
+            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, listed: , cancel A, pause A, run ends A, "
+            "left paused");
+
+        // Pauses.
+        row("pause without a run", {pause}, "left A paused");
+        row("a run ends a pause",
+            {pause, process},
+            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A");
+        row("nothing can start, the pause remains", {notStartable, pause, process}, "left A paused");
+        row("add to a paused queue", {pause, add('B')}, "B QUEUEING, added B, left AB paused");
+        row("pause as a run begins",
+            {during("run begins A", {pause}), process},
+            "run begins A, run ends A, left A paused");
+        row("pause of a command that finishes; add and second pause",
+            {during("execute A", {pause, add('B'), pause}), process},
+            "run begins A, A PROCESSING, execute A, pause A, B QUEUEING, added B, pause A, A FINISHED, removed A, "
+            "run ends A, left B paused");
+        row("pause of an unfinished command; next run",
+            {unfinished, during("execute A", {pause}), process, finished, process},
+            "run begins A, A PROCESSING, execute A, pause A, A QUEUEING, run ends A, "
+            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A");
+        row("resume of the running command",
+            {during("execute A", {pause, resume}), process},
+            "run begins A, A PROCESSING, execute A, pause A, resume A, A FINISHED, removed A, run ends A, left paused");
+
+        // User action.
+        row("user action, still required, cancelled",
+            {add('B'), requireUserAction('A'), process, process, cancel('A')},
+            "B QUEUEING, added B, A REQUIRE_USER_ACTION, run begins A, awaiting A, run ends A, run begins A, "
+            "awaiting A, run ends A, cancel A, A CANCELLED, removed A, left B paused");
+        row("what awaitingUserAction finds: listed and current",
+            {requireUserAction('A'), during("awaiting A", {showListed, cancel('A'), pause}), process},
+            "A REQUIRE_USER_ACTION, run begins A, awaiting A, listed: A, cancel A, pause A, run ends A, left A paused");
+        row("user action required by the running command",
+            {during("execute A", {requireUserAction('A')}), process},
+            "run begins A, A PROCESSING, execute A, A REQUIRE_USER_ACTION, A FINISHED, removed A, run ends A");
+
+        // Cancels.
+        row("cancel of a waiting command", {cancel('A')}, "cancel A, A CANCELLED, removed A");
+        row("cancel of a command that is not listed", {cancel('B')}, "cancel B, B CANCELLED, removed B, left A");
+        row("cancel of the running command's twin",
+            {during("execute A", {add('T'), cancel('T')}), process},
+            "run begins A, A PROCESSING, execute A, T QUEUEING, added T, cancel T, T CANCELLED, removed T, "
+            "A FINISHED, removed A, run ends A");
+        row("cancel by the reference of two",
+            {add('T'), cancelReference("A")},
+            "T QUEUEING, added T, cancel A, A CANCELLED, removed A, left T");
+        row("cancel by other references", {cancelReference("a"), cancelReference("A "), cancelReference("")}, "left A");
+        row("added again after a cancel",
+            {cancel('A'), add('A'), unfinished, process},
+            "cancel A, A CANCELLED, removed A, A QUEUEING, added A, run begins A, A PROCESSING, execute A, "
+            "A CANCELLED, removed A, run ends A");
+        row("a later command is cancelled while an earlier one is asked",
+            {add('B'), notStartable, showLooks, during("look A", {cancel('B')}), process},
+            "B QUEUEING, added B, look A, cancel B, B CANCELLED, removed B, run begins B, look A, run ends B, left A");
+
+        // The list.
+        row("the same command twice", {add('A')}, "added A, left AA");
+        row("one of two entries is cancelled",
+            {add('B'), add('A'), cancel('A')},
+            "B QUEUEING, added B, added A, cancel A, A CANCELLED, removed A, left BA");
+        row("one of two entries is executed",
+            {add('A'), during("execute A", {notStartable}), process},
+            "added A, run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A, left A");
+        row("a command that is not listed is removed", {remove('T')}, "removed T, left A");
+        row("the first command cannot start",
+            {notStartable, add('B'), process},
+            "B QUEUEING, added B, run begins B, B PROCESSING, execute B, B FINISHED, removed B, run ends B, left A");
+        row("add during a run",
+            {during("execute A", {add('B')}), process},
+            "run begins A, A PROCESSING, execute A, B QUEUEING, added B, A FINISHED, removed A, B PROCESSING, "
+            "execute B, B FINISHED, removed B, run ends A");
+        row("added again after a run",
+            {process, add('A'), process},
+            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A, A QUEUEING, added A, "
+            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A");
+        row("hasCommand() of the running command, its twin and another",
+            {during("execute A", {hasCommand('A'), hasCommand('T'), hasCommand('B')}), process, hasCommand('A')},
+            "run begins A, A PROCESSING, execute A, yes, yes, no, A FINISHED, removed A, run ends A, no");
     }
-    void runs()
+    void rules() { compare(false); }
+
+    /** Which events come with the mutex locked, and the state of the queue in them. */
+    void lockAndState_data()
     {
-        QFETCH(const QString, endOfA);
-        const QString way = QString::fromLatin1(QTest::currentDataTag());
-        Scene scene;
-        scene.addBoth();
-        scene.commandA->finished = way.startsWith(u"finished");
-        scene.commandA->work = [&](TestCommand &self) {
-            if (way.contains(u"cancelled")) {
-                scene.queue.cancelCommand(scene.commandA);
-            }
-            if (way.contains(u"error")) {
-                self.setError(4);
-            }
-            self.startable = false;
+        addColumns();
+        row("add and cancel",
+            {add('B'), cancel('B')},
+            "B QUEUEING, added B locked, cancel B locked, B CANCELLED locked, removed B locked, left A");
+        row("finished",
+            {process},
+            "run begins A processing, A PROCESSING processing, execute A processing, isFinished A processing, "
+            "A FINISHED processing, removed A locked processing, run ends A");
+        row("cancelled and paused",
+            {unfinished, during("execute A", {cancel('A'), pause}), process},
+            "run begins A processing, A PROCESSING processing, execute A processing, cancel A locked processing, "
+            "pause A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, "
+            "removed A locked processing paused, run ends A paused, left paused");
+        row("unfinished",
+            {unfinished, during("execute A", {notStartable}), process},
+            "run begins A processing, A PROCESSING processing, execute A processing, isFinished A processing, "
+            "A QUEUEING processing, run ends A, left A");
+        row("error",
+            {during("execute A", {error}), process},
+            "run begins A processing, A PROCESSING processing, execute A processing, A ERR processing, "
+            "error A processing, isFinished A processing, handleCommandInError processing, "
+            "removed A locked processing, run ends A");
+        row("user action",
+            {requireUserAction('A'), showLooks, process},
+            "A REQUIRE_USER_ACTION, look A locked, run begins A processing, look A locked processing, "
+            "look A locked processing, awaiting A locked processing paused, look A locked paused, run ends A paused, "
+            "left A paused");
+    }
+    void lockAndState() { compare(true); }
+
+    /** The queue has the last reference to A, and releases it when the mutex is unlocked. */
+    void lastReference_data()
+    {
+        QTest::addColumn<Steps>("steps"); // before a run
+        QTest::addColumn<QString>("destruction");
+        const auto row = [](const char *name, const Steps &steps, const char *destruction) {
+            QTest::newRow(name) << steps << destruction;
         };
-        scene.queue.process();
-        QCOMPARE(scene.log.lines().join(u'|'),
-            u"run begins A|A PROCESSING|%1|B PROCESSING|B FINISHED|removed B|run ends A"_s.arg(endOfA));
-        QCOMPARE(scene.listed(), way == u"unfinished" ? QStringList{u"A"_s} : QStringList());
-        QCOMPARE(scene.commandA->calls.lines().count(u"finished?"_s), 1);
-        QVERIFY(scene.queue.currentCommand.isNull());
+        row("run", {release}, "destroyed A");
+        row("second in the run", {add('B'), add('A'), remove('A'), release}, "destroyed A processing");
+        row("left behind by an error handler",
+            {leaveCurrent, remove('A'), release, add('B')},
+            "destroyed A processing");
+        row("left behind, then user action",
+            {leaveCurrent, remove('A'), release, requireUserAction('B'), add('B')},
+            "destroyed A paused");
+        row("error",
+            {add('B'), add('A'), remove('A'), during("execute A", {error}), release},
+            "destroyed A processing");
+        row("error, cleared under the mutex",
+            {add('B'),
+                add('A'),
+                remove('A'),
+                during("execute A", {error}),
+                during("handleCommandInError", {removeCurrent, clearCurrent}),
+                release},
+            "destroyed A processing");
+    }
+    void lastReference()
+    {
+        QFETCH(const Steps, steps);
+        Fixture fixture(true);
+        fixture.take(steps);
+        fixture.queue.process();
+        QTEST(fixture.log.lines().filter(u"destroyed"_s).join(u", "), "destruction");
     }
 
-    void runStopsForUserAction()
+    /** What addCommand() and a run make of a status. */
+    void statuses_data()
     {
-        Scene scene;
-        TestData twin(u"A"_s);
-        TestCommand twinCommand(&twin);
-        QVERIFY(!scene.queue.hasCommand(&twinCommand));
-        scene.a.setStatus(CommandData::REQUIRE_USER_ACTION);
-        scene.addBoth();
-        QVERIFY(scene.queue.hasCommand(&twinCommand)); // by its reference
-        scene.queue.process();
-        scene.queue.process();
-        QCOMPARE(
-            scene.log.lines().join(u'|'), u"run begins A|awaiting A|run ends A|run begins A|awaiting A|run ends A"_s);
-        QCOMPARE(scene.listed(), (QStringList{u"A"_s, u"B"_s}));
-        scene.queue.cancelCommand(scene.commandA);
-        QVERIFY(scene.queue.isPaused());
-        scene.queue.process();
-        QCOMPARE(scene.b.getStatus(), CommandData::FINISHED);
+        QTest::addColumn<CommandData::Status>("status");
+        QTest::addColumn<CommandData::Status>("afterAdd");
+        QTest::addColumn<bool>("executed"); // with this status
+        QTest::newRow("QUEUEING") << CommandData::QUEUEING << CommandData::QUEUEING << true;
+        QTest::newRow("PROCESSING") << CommandData::PROCESSING << CommandData::QUEUEING << true;
+        QTest::newRow("FINISHED") << CommandData::FINISHED << CommandData::QUEUEING << true;
+        QTest::newRow("CANCELLED") << CommandData::CANCELLED << CommandData::QUEUEING << true;
+        QTest::newRow("ERR") << CommandData::ERR << CommandData::QUEUEING << true;
+        QTest::newRow("OTHER") << CommandData::OTHER << CommandData::QUEUEING << true;
+        QTest::newRow("REQUIRE_USER_ACTION")
+            << CommandData::REQUIRE_USER_ACTION << CommandData::REQUIRE_USER_ACTION << false;
+        QTest::newRow("PAUSED") << CommandData::PAUSED << CommandData::QUEUEING << true;
+        QTest::newRow("8") << CommandData::Status(8) << CommandData::QUEUEING << true;
+    }
+    void statuses()
+    {
+        QFETCH(const CommandData::Status, status);
+        QFETCH(const bool, executed);
+        Item item(u"A"_s);
+        CommandQueue queue;
+        item.data.setStatus(status);
+        queue.addCommand(item.command);
+        QTEST(item.data.getStatus(), "afterAdd");
+        item.data.setStatus(status);
+        item.command->work = [&](TestCommand &) { QCOMPARE(item.data.getStatus(), CommandData::PROCESSING); };
+        queue.process();
+        QCOMPARE(item.data.getStatus(), executed ? CommandData::FINISHED : status);
+        QCOMPARE(item.command->calls.text(), executed ? u"execute, isFinished"_s : QString());
+    }
+
+    void isActive()
+    {
+        Fixture fixture(false);
+        QCOMPARE(fixture.queue.isActive(), true); // without a run, too
+        fixture.queue.pause();
+        QCOMPARE(fixture.queue.isActive(), false);
+        fixture.queue.process();
+        QCOMPARE(fixture.queue.isPaused(), false);
+        QCOMPARE(fixture.queue.isActive(), false);
+    }
+
+    void onlyAStepWithoutCommandWarns()
+    {
+        TestQueue queue(nullptr);
+        const LogRecorder recorder;
+        queue.process();
+        QCOMPARE(LogRecorder::getLines(), QStringList());
+        queue.startNextCommand();
+        QCOMPARE(LogRecorder::getLines(), QStringList{u"1 default there are no commands left to process"_s});
+        queue.pause();
+        queue.startNextCommand();
+        QCOMPARE(LogRecorder::getLines().size(), 1);
     }
 
     void messageHandlerMayUseWhatLogs()
@@ -166,18 +452,16 @@ private Q_SLOTS:
         QVERIFY(!locked);
     }
 
-    void nothingToStart()
+    void nullIsNoCommand()
     {
-        TestQueue queue(nullptr);
-        Log log;
-        log.follow(&queue, {});
+        TestQueue queue;
+        connect(&queue, &CommandQueue::commandAdded, this, [] { QFAIL("commandAdded"); });
+        connect(&queue, &CommandQueue::commandRemoved, this, [] { QFAIL("commandRemoved"); });
         queue.addCommand({});
         queue.cancelCommand({});
-        queue.process();
-        QVERIFY(log.lines().isEmpty() && !queue.hasCommand(nullptr) && queue.getNextCommandThatCanBeStarted().isNull());
-        QTest::ignoreMessage(QtWarningMsg, "there are no commands left to process");
-        queue.startNextCommand();
-        QVERIFY(!queue.isProcessing());
+        QCOMPARE(queue.getCommands().size(), 0);
+        QCOMPARE(queue.hasCommand(nullptr), false);
+        QCOMPARE(queue.getNextCommandThatCanBeStarted(), nullptr);
     }
 
     void schedulerPlacesCommands()
@@ -185,108 +469,44 @@ private Q_SLOTS:
         auto scheduler = std::make_unique<FrontScheduler>();
         const QList<Command *> &running = scheduler->running;
         TestQueue queue(std::move(scheduler));
-        TestData a(u"A"_s);
-        TestData b(u"B"_s);
-        TestData refused(u"refused"_s);
-        QStringList added;
+        Item b(u"B"_s);
+        Item refused(u"refused"_s);
+        Item a(u"A"_s, [&](TestCommand &) {
+            queue.addCommand(b.command);
+            queue.addCommand(refused.command);
+        });
+        Log log;
         connect(&queue, &CommandQueue::commandAdded, this, [&](const QSharedPointer<Command> &command) {
-            added.append(command->getCommandData()->getReference());
+            log.add(command->getCommandData()->getReference());
         });
-        const auto commandA = TestCommandPointer::create(&a, [&](TestCommand &) {
-            queue.addCommand(TestCommandPointer::create(&b));
-            queue.addCommand(TestCommandPointer::create(&refused));
-            QCOMPARE(queue.getCommands().size(), 2);
-            QCOMPARE(queue.getCommands().first()->getCommandData(), &b);
-        });
-        queue.addCommand(commandA);
-        queue.process();
-        QCOMPARE(running, (QList<Command *>{nullptr, commandA.data(), commandA.data()}));
-        QCOMPARE(added, (QStringList{u"A"_s, u"B"_s, u"refused"_s}));
-        QCOMPARE(b.getStatus(), CommandData::FINISHED);
-        QCOMPARE(refused.getStatus(), CommandData::QUEUEING);
+        queue.addCommand(a.command);
+        queue.startNextCommand();
+        QCOMPARE(queue.getCommands(), (QList<QSharedPointer<Command>>{b.command}));
+        QCOMPARE(running, (QList<Command *>{nullptr, a.command.data(), a.command.data()}));
+        QCOMPARE(log.text(), u"A, B, refused"_s);
+        QCOMPARE(refused.data.getStatus(), CommandData::QUEUEING);
     }
 
-    /** Which signals and hooks come with the mutex held, and what isProcessing() says in them. */
-    void lockAndStateInSignals()
+private:
+    static void addColumns()
     {
-        Scene scene;
-        const auto note = [&](const QString &what) {
-            scene.log.add(what + (scene.queue.isLocked() ? u" locked"_s : u" unlocked"_s)
-                + (scene.queue.isProcessing() ? u" processing"_s : u""_s));
-        };
-        CommandQueue &queue = scene.queue;
-        connect(&queue, &CommandQueue::commandAdded, this, [&] { note(u"added"_s); });
-        connect(&queue, &CommandQueue::commandRemoved, this, [&] { note(u"removed"_s); });
-        connect(&queue, &CommandQueue::awaitingUserAction, this, [&] { note(u"awaiting"_s); });
-        connect(&queue, &CommandQueue::commandStarted, this, [&] { note(u"begins"_s); });
-        connect(&queue, &CommandQueue::commandFinished, this, [&] { note(u"ends"_s); });
-        for (const TestData *data : {&scene.a, &scene.b}) {
-            connect(data, &CommandData::statusChanged, this, [&](CommandData *changed) {
-                note(changed->getReference() + u' ' + changed->getStatusAsString());
-            });
-        }
-        scene.commandA->work = [&](TestCommand &) { note(u"work"_s); };
-        queue.addCommand(scene.commandA);
-        queue.process();
-        scene.b.setStatus(CommandData::REQUIRE_USER_ACTION);
-        scene.commandB->lookHook = [&] { note(u"look"_s); };
-        scene.commandB->cancelHook = [&] { note(u"cancel"_s); };
-        queue.addCommand(scene.commandB);
-        queue.process();
-        queue.cancelCommand(scene.commandB);
-        QCOMPARE(scene.log.lines().join(u'|'),
-            u"A QUEUEING unlocked|added locked|begins unlocked processing|A PROCESSING unlocked processing|"
-            "work unlocked processing|A FINISHED unlocked processing|removed locked processing|ends unlocked|"
-            "B REQUIRE_USER_ACTION unlocked|added locked|look locked|begins unlocked processing|"
-            "look locked processing|look locked processing|awaiting locked processing|look locked|"
-            "ends unlocked|cancel locked|B CANCELLED locked|removed locked"_s);
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<QString>("events"); // and what is listed in the end
     }
-
-    void lastReferenceGoesWithoutTheMutex_data()
+    static void row(const char *name, const Steps &steps, const char *events)
     {
-        QTest::addColumn<QString>("way");
-        QTest::newRow("run") << u"run"_s;
-        QTest::newRow("cancelled") << u"cancelled"_s;
-        QTest::newRow("cancelled while asked whether it can start") << u"asked"_s;
-        QTest::newRow("left behind by an error handler") << u"left behind"_s;
-        QTest::newRow("left behind, then user action") << u"left behind, user action"_s;
-        QTest::newRow("error") << u"error"_s;
-        QTest::newRow("error handler that clears under the mutex") << u"error handler"_s;
+        QTest::newRow(name) << steps << events;
     }
-    void lastReferenceGoesWithoutTheMutex()
+    static void compare(bool showsState)
     {
-        QFETCH(const QString, way);
-        Scene scene;
-        scene.addBoth();
-        scene.commandA->destroyed = [&] { scene.log.add(u"gone "_s + (scene.queue.isLocked() ? u'1' : u'0')); };
-        if (way == u"asked") {
-            scene.commandA->startable = false;
-            scene.commandA->lookHook = [&] { scene.queue.cancelCommandByReference(u"A"_s); };
-        } else if (way.startsWith(u"error")) {
-            scene.queue.retries = way == u"error" ? -1 : 2;
-            scene.queue.cancelCommandByReference(u"B"_s); // which would take the place of A
-            scene.commandA->work = [&](TestCommand &self) {
-                scene.log.add(u"tried"_s);
-                self.setError(1);
-            };
-        } else if (way.startsWith(u"left behind")) {
-            scene.queue.currentCommand = scene.commandA;
-            scene.queue.removeCommand(scene.commandA);
+        QFETCH(const Steps, steps);
+        Fixture fixture(showsState);
+        fixture.take(steps);
+        if (const QString left = fixture.listed() + fixture.state(); !left.isEmpty()) {
+            fixture.log.add(u"left "_s + left.trimmed());
         }
-        scene.commandA.reset();
-        if (way.endsWith(u"user action")) {
-            scene.b.setStatus(CommandData::REQUIRE_USER_ACTION);
-        }
-        if (way == u"cancelled") {
-            scene.queue.cancelCommandByReference(u"A"_s);
-        } else {
-            scene.queue.process();
-        }
-        QCOMPARE(scene.log.lines().filter(u"gone"_s), QStringList{u"gone 0"_s});
-        QCOMPARE(scene.log.lines().count(u"tried"_s), way == u"error" ? 1 : way == u"error handler" ? 3 : 0);
-        if (way == u"run") {
-            QCOMPARE(scene.log.lines().mid(scene.log.lines().size() - 2).join(u'|'), u"run ends A|gone 0"_s);
-        }
+        QTEST(fixture.log.text(), "events");
+        QVERIFY(fixture.queue.currentCommand.isNull());
     }
 };
 

@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-/** Takes Qt's messages while it is alive; one at a time, on one thread. A line with a place in the code tells it. */
+/** Records Qt's messages while it is alive; one at a time, on one thread. */
 class LogRecorder
 {
 public:
@@ -17,7 +17,7 @@ public:
 
     Q_DISABLE_COPY_MOVE(LogRecorder)
 
-    /** The lines so far, each "<QtMsgType as number> <category> <text>". */
+    /** The lines so far, each "<QtMsgType as number> <category> <text>", after "(with place) " if it has a context. */
     static QStringList getLines() { return lines; }
 
 private:

@@ -24,7 +24,7 @@ public:
 
     QString getDescription() const override
     {
-        getErrorMessage(); // would wait for ever if the record held its lock here
+        CommandData::getErrorMessage(); // deadlocks if the record holds its lock here
         return description;
     }
     QString getTitle() const override { return getReference(); }
@@ -48,31 +48,7 @@ public:
         const QMutexLocker lock(&mutex);
         return list;
     }
-
-    /** Logs, in order and on the emitting thread, all signals of @p queue and the status changes of @p records. */
-    void follow(const CommandQueue *queue, const QList<CommandData *> &records)
-    {
-        const auto logSignal = [this, queue](const QString &name, void (CommandQueue::*signal)(CommandData *)) {
-            QObject::connect(
-                queue,
-                signal,
-                queue,
-                [this, name](CommandData *data) { add(name + u' ' + data->getReference()); },
-                Qt::DirectConnection);
-        };
-        logSignal(QStringLiteral("removed"), &CommandQueue::commandRemoved);
-        logSignal(QStringLiteral("awaiting"), &CommandQueue::awaitingUserAction);
-        logSignal(QStringLiteral("run begins"), &CommandQueue::commandStarted);
-        logSignal(QStringLiteral("run ends"), &CommandQueue::commandFinished);
-        for (CommandData *record : records) {
-            QObject::connect(
-                record,
-                &CommandData::statusChanged,
-                queue,
-                [this](CommandData *data) { add(data->getReference() + u' ' + data->getStatusAsString()); },
-                Qt::DirectConnection);
-        }
-    }
+    QString text() const { return lines().join(QStringLiteral(", ")); }
 
 private:
     mutable QMutex mutex;
@@ -105,7 +81,7 @@ public:
     }
     bool isFinished() override
     {
-        calls.add(QStringLiteral("finished?"));
+        note(QStringLiteral("isFinished"));
         return finished;
     }
 
@@ -116,26 +92,49 @@ public:
     std::function<void()> destroyed;
     std::function<void()> cancelHook;
     std::function<void()> lookHook;
+    std::function<void(const QString &call)> callHook;
     Log calls; // of isFinished() and the hooks, in order
 
 protected:
     void handleExecute() override
     {
-        calls.add(QStringLiteral("execute"));
+        note(QStringLiteral("execute"));
         if (work) {
             work(*this);
         }
     }
     void handleCancel() override
     {
-        calls.add(QStringLiteral("cancel"));
+        note(QStringLiteral("cancel"));
         if (cancelHook) {
             cancelHook();
         }
     }
-    void handlePause() override { calls.add(QStringLiteral("pause")); }
-    void handleResume() override { calls.add(QStringLiteral("resume")); }
-    void handleError() override { calls.add(QStringLiteral("error %1").arg(getCommandData()->getErrorCode())); }
+    void handlePause() override { note(QStringLiteral("pause")); }
+    void handleResume() override { note(QStringLiteral("resume")); }
+    void handleError() override { note(QStringLiteral("error")); }
+
+private:
+    void note(const QString &call)
+    {
+        calls.add(call);
+        if (callHook) {
+            callHook(call);
+        }
+    }
+};
+
+/** A command with its record, which outlives it. */
+struct Item
+{
+    explicit Item(const QString &reference, std::function<void(TestCommand &)> work = {})
+        : data(reference)
+        , command(QSharedPointer<TestCommand>::create(&data, std::move(work)))
+    {
+    }
+
+    TestData data;
+    QSharedPointer<TestCommand> command;
 };
 
 /** Lets a test see whether the queue's mutex is held, and reach what the queue offers to subclasses. */
