@@ -12,9 +12,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int patience = 20000; // milliseconds; a fault fails after them instead of hanging
+constexpr int timeout = 20000; // milliseconds; a deadlock fails after them instead of hanging
 
-/** How often a test meets chance: @p usual, unless the environment asks for more. */
+/** Returns how often a race is provoked: @p usual, unless the environment asks for more. */
 int rounds(int usual)
 {
     bool set = false;
@@ -24,7 +24,7 @@ int rounds(int usual)
 
 bool waitFor(const std::function<bool()> &condition)
 {
-    QDeadlineTimer deadline(patience);
+    QDeadlineTimer deadline(timeout);
     while (!condition() && !deadline.hasExpired()) {
         std::this_thread::yield();
     }
@@ -44,30 +44,30 @@ public:
     bool end()
     {
         stop();
-        return wait(patience);
+        return wait(timeout);
     }
     CommandQueue &queue = getCommandQueue();
 };
 
-/** A command with its record, which outlives all of them. */
-struct Item
+/** Counts how often a command ends. */
+struct Tracked : Item
 {
-    explicit Item(const QString &reference, std::function<void(TestCommand &)> work = {})
-        : data(reference)
-        , command(QSharedPointer<TestCommand>::create(&data, std::move(work)))
-    {
-    }
+    using Item::Item;
     bool waitFor(CommandData::Status status) const
     {
         return ::waitFor([&] { return data.getStatus() == status; });
     }
-    bool endedOnce() const { return ends == 1 && removals == 1; }
+    QString end() const
+    {
+        return u"%1, final statuses: %2, removals: %3"_s.arg(data.getStatusAsString()).arg(ends).arg(removals);
+    }
 
-    TestData data;
-    QSharedPointer<TestCommand> command;
     std::atomic<int> ends = 0; // how often it came to a final status
     std::atomic<int> removals = 0;
 };
+
+const QString finishedOnce = u"FINISHED, final statuses: 1, removals: 1"_s;
+const QString cancelledOnce = u"CANCELLED, final statuses: 1, removals: 1"_s;
 
 /** Holds a thread in place: it calls arrive() and stays there until the test calls release(). */
 class Gate
@@ -76,9 +76,9 @@ public:
     void arrive()
     {
         arrived.release();
-        opened.tryAcquire(1, patience);
+        opened.tryAcquire(1, timeout);
     }
-    bool waitForArrival() { return arrived.tryAcquire(1, patience); }
+    bool waitForArrival() { return arrived.tryAcquire(1, timeout); }
     void release() { opened.release(); }
 
 private:
@@ -94,7 +94,7 @@ void onAnotherThread(const std::function<void()> &work)
         work();
         done.release();
     });
-    if (!done.tryAcquire(1, patience)) {
+    if (!done.tryAcquire(1, timeout)) {
         qFatal("the threads wait for each other");
     }
     other.join();
@@ -107,10 +107,17 @@ void directly(const Sender &sender, Signal signal, Slot slot)
     QObject::connect(&sender, signal, &sender, slot, Qt::DirectConnection);
 }
 
-void countEnds(const CommandQueue &queue, std::deque<Item> &items)
+enum State { BeforeStart, Asleep, InCommandStarted, InExecute, ByExecute, InCommandFinished };
+
+using WakeUp = void (*)(Worker &worker, const Tracked &added);
+const WakeUp add = [](Worker &worker, const Tracked &added) { worker.queue.addCommand(added.command); };
+const WakeUp allow = [](Worker &worker, const Tracked &) { Q_EMIT worker.queue.finishCommandAllowed(true); };
+const WakeUp restart = [](Worker &worker, const Tracked &) { worker.restart(); };
+
+void countEnds(const CommandQueue &queue, std::deque<Tracked> &items)
 {
-    QHash<CommandData *, Item *> byRecord;
-    for (Item &item : items) {
+    QHash<CommandData *, Tracked *> byRecord;
+    for (Tracked &item : items) {
         byRecord.insert(&item.data, &item);
         directly(item.data, &CommandData::statusChanged, [&item](CommandData *data) {
             const CommandData::Status status = data->getStatus();
@@ -128,7 +135,7 @@ class CommandQueueThreadTest : public QObject
 private Q_SLOTS:
     void signalsComeOnTheWorker()
     {
-        Item item(u"A"_s);
+        Tracked item(u"A"_s);
         Worker worker(nullptr);
         QList<QThread *> threads;
         const auto note = [&] { threads.append(QThread::currentThread()); };
@@ -145,50 +152,68 @@ private Q_SLOTS:
         QCOMPARE(&std::as_const(worker).getCommandQueue(), &worker.queue);
     }
 
-    void queuedSlotsGetTheRecordWhenAllElseIsGone()
+    void pauseBeforeStartIsEndedByTheFirstRun()
     {
-        Item item(u"A"_s);
-        QSemaphore destroyed;
-        item.command->destroyed = [&] { destroyed.release(); };
-        QObject receiver;
-        QStringList seen;
-        const auto note = [&](CommandData *data) { seen.append(data->getReference() + data->getStatusAsString()); };
-        {
-            Worker worker;
-            connect(&item.data, &CommandData::statusChanged, &receiver, note, Qt::QueuedConnection);
-            connect(&worker.queue, &CommandQueue::commandRemoved, &receiver, note);
-            connect(&worker.queue, &CommandQueue::commandFinished, &receiver, note);
-            worker.start();
-            worker.queue.addCommand(std::exchange(item.command, nullptr));
-            QVERIFY(destroyed.tryAcquire(1, patience));
-        }
-        QVERIFY(seen.isEmpty());
-        QCoreApplication::processEvents();
-        QCOMPARE(seen, QStringList(5, u"AFINISHED"_s));
+        Tracked item(u"A"_s);
+        Worker worker;
+        worker.queue.addCommand(item.command);
+        worker.queue.pause();
+        worker.start();
+        QVERIFY(item.waitFor(CommandData::FINISHED));
+        QCOMPARE(worker.queue.isPaused(), false);
     }
 
-    void addOnAnotherThreadCountsWhenTheCreatorsLoopRuns()
+    void wakeUpOfAnotherThreadCountsWhenTheCreatorsLoopDeliversIt_data()
     {
-        Item first(u"A"_s);
-        Item second(u"B"_s);
+        QTest::addColumn<bool>("isAdd");
+        QTest::newRow("add") << true;
+        QTest::newRow("finishCommandAllowed") << false;
+    }
+    void wakeUpOfAnotherThreadCountsWhenTheCreatorsLoopDeliversIt()
+    {
+        QFETCH(const bool, isAdd);
+        Tracked first(u"A"_s);
+        std::deque<Tracked> items;
+        Worker worker;
+        first.command->startable = false;
+        worker.queue.addCommand(first.command);
+        worker.start();
+        QVERIFY(waitFor([&] { return first.command->looks == 2; })); // no wake-up is pending
+        first.command->startable = true;
+        for (int round = 0; round < 50; ++round) {
+            Tracked &item = items.emplace_back(u"B"_s);
+            onAnotherThread([&] {
+                if (isAdd) {
+                    worker.queue.addCommand(item.command);
+                } else {
+                    Q_EMIT worker.queue.finishCommandAllowed(true);
+                }
+            });
+        }
+        QCOMPARE(first.command->looks, 2);
+        QTRY_COMPARE_WITH_TIMEOUT(first.data.getStatus(), CommandData::FINISHED, timeout);
+    }
+
+    void restartOfAnotherThreadCountsAtOnce()
+    {
+        Tracked item(u"A"_s);
         Worker worker;
         worker.start();
-        onAnotherThread([&] { worker.queue.addCommand(first.command); });
-        QTRY_COMPARE_WITH_TIMEOUT(first.data.getStatus(), CommandData::FINISHED, patience);
         onAnotherThread([&] {
-            worker.queue.addCommand(second.command);
+            worker.queue.addCommand(item.command);
             worker.restart();
         });
-        QVERIFY(second.waitFor(CommandData::FINISHED));
+        QVERIFY(item.waitFor(CommandData::FINISHED));
     }
 
-    /** The worker's last word before it sleeps is the direct slot of commandFinished. */
-    void nothingIsLostAtTheEndOfARun_data() { wakeUps(); }
-    void nothingIsLostAtTheEndOfARun()
+    /** The direct slot of commandFinished is the last that the worker does before it sleeps. */
+    void wakeUpAtTheEndOfARunCounts_data() { wakeUps(); }
+    void wakeUpAtTheEndOfARunCounts()
     {
-        Item first(u"A"_s);
-        Item second(u"B"_s);
-        Item third(u"C"_s);
+        QFETCH(const WakeUp, wakeUp);
+        Tracked first(u"A"_s);
+        Tracked second(u"B"_s);
+        Tracked third(u"C"_s);
         Gate gate;
         Worker worker;
         directly(worker.queue, &CommandQueue::commandFinished, [&](CommandData *data) {
@@ -202,20 +227,20 @@ private Q_SLOTS:
         worker.start();
         QVERIFY(gate.waitForArrival());
         second.command->startable = true;
-        wake(worker, third);
+        wakeUp(worker, third);
         gate.release();
         QVERIFY(second.waitFor(CommandData::FINISHED));
     }
 
-    /** A permission meets the end of a run: the last look sees it, or it wakes the worker. */
-    void permissionAtTheEndOfARunCounts()
+    /** The last look of the run sees the command that can start now, or the signal wakes the worker. */
+    void finishCommandAllowedAtTheEndOfARunCounts()
     {
-        std::deque<Item> items;
+        std::deque<Tracked> items;
         Worker worker;
         worker.start();
         for (int round = 0, end = rounds(1000); round < end; ++round) {
-            Item &first = items.emplace_back(u"A"_s);
-            Item &second = items.emplace_back(u"B"_s);
+            Tracked &first = items.emplace_back(u"A"_s);
+            Tracked &second = items.emplace_back(u"B"_s);
             second.command->startable = false;
             worker.queue.addCommand(second.command);
             worker.queue.addCommand(first.command);
@@ -226,12 +251,12 @@ private Q_SLOTS:
         }
     }
 
-    void permissionThatIsRefusedOrComesDuringARunIsIgnored()
+    void finishCommandAllowedIsIgnoredIfFalseOrDuringARun()
     {
         for (int round = 0, end = rounds(50); round < end; ++round) {
             Gate gate;
-            Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-            Item second(u"B"_s);
+            Tracked first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
+            Tracked second(u"B"_s);
             second.command->startable = false;
             std::atomic<int> runs = 0;
             Worker worker;
@@ -254,17 +279,20 @@ private Q_SLOTS:
     /** Wake-ups that came before a pause must not lead to another run, which would end it. */
     void pauseVoidsEarlierWakeUps_data()
     {
+        QTest::addColumn<bool>("isPausedBefore");
         QTest::addColumn<bool>("userAction");
-        QTest::newRow("pause") << false;
-        QTest::newRow("user action") << true;
+        QTest::newRow("pause") << false << false;
+        QTest::newRow("pause of a paused queue") << true << false;
+        QTest::newRow("user action") << false << true;
     }
     void pauseVoidsEarlierWakeUps()
     {
+        QFETCH(const bool, isPausedBefore);
         QFETCH(const bool, userAction);
         for (int round = 0, end = rounds(100); round < end; ++round) {
             Gate gate;
-            Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-            Item second(u"B"_s);
+            Tracked first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
+            Tracked second(u"B"_s);
             std::atomic<int> runs = 0;
             std::atomic<int> announced = 0;
             Worker worker;
@@ -275,6 +303,9 @@ private Q_SLOTS:
             QVERIFY(gate.waitForArrival());
             if (userAction) {
                 second.data.setStatus(CommandData::REQUIRE_USER_ACTION);
+            }
+            if (isPausedBefore) {
+                worker.queue.pause();
             }
             worker.queue.addCommand(second.command); // a wake-up that stays pending
             if (!userAction) {
@@ -290,140 +321,215 @@ private Q_SLOTS:
         }
     }
 
-    void wakeUpAfterAPauseCountsBesideAnOlderOne()
+    void wakeUpInAPausedRun_data()
     {
+        QTest::addColumn<WakeUp>("wakeUp");
+        QTest::addColumn<bool>("counts");
+        QTest::newRow("add") << add << true;
+        QTest::newRow("finishCommandAllowed") << allow << false;
+        QTest::newRow("restart") << restart << true;
+        QTest::newRow("restart between two pauses, restart") << WakeUp([](Worker &worker, const Tracked &) {
+            worker.restart();
+            worker.queue.pause();
+            worker.restart();
+        }) << true;
+    }
+    void wakeUpInAPausedRun()
+    {
+        QFETCH(const WakeUp, wakeUp);
+        QFETCH(const bool, counts);
         Gate gate;
-        Item first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-        Item second(u"B"_s);
+        Tracked first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
+        Tracked second(u"B"_s);
+        Tracked third(u"C"_s);
+        QSemaphore ends;
         Worker worker;
+        directly(worker.queue, &CommandQueue::commandFinished, [&] { ends.release(); });
         worker.queue.addCommand(first.command);
         worker.start();
         QVERIFY(gate.waitForArrival());
-        worker.queue.pause();
         worker.queue.addCommand(second.command);
         worker.queue.pause();
-        worker.restart();
+        wakeUp(worker, third);
         gate.release();
-        QVERIFY(second.waitFor(CommandData::FINISHED));
+        QVERIFY(ends.tryAcquire(counts ? 2 : 1, timeout));
+        QVERIFY(worker.end());
+        QCOMPARE(second.data.getStatus(), counts ? CommandData::FINISHED : CommandData::CANCELLED);
     }
 
     void pausedQueueGoesOn_data() { wakeUps(); }
     void pausedQueueGoesOn()
     {
-        Item first(u"A"_s);
-        Item second(u"B"_s);
+        QFETCH(const WakeUp, wakeUp);
+        Tracked first(u"A"_s);
+        Tracked second(u"B"_s);
         Worker worker;
         first.data.setStatus(CommandData::REQUIRE_USER_ACTION);
         worker.queue.addCommand(first.command);
         worker.start();
         QVERIFY(waitFor([&] { return worker.queue.isPaused() && !worker.queue.isProcessing(); }));
         first.data.setStatus(CommandData::QUEUEING);
-        wake(worker, second);
+        wakeUp(worker, second);
         QVERIFY(first.waitFor(CommandData::FINISHED));
     }
 
     void restartDoesNotWaitForTheQueue()
     {
-        Item item(u"A"_s);
+        Tracked item(u"A"_s);
         Worker worker;
-        const auto restart = [&] { onAnotherThread([&] { worker.restart(); }); };
-        directly(worker.queue, &CommandQueue::commandRemoved, restart);
+        directly(worker.queue, &CommandQueue::commandRemoved, [&] { onAnotherThread([&] { worker.restart(); }); });
         worker.queue.addCommand(item.command);
         worker.queue.cancelCommand(item.command);
     }
 
+    /** Stops a worker with A, at a time, and B, which waits. */
     void stopInEachState_data()
     {
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<CommandData::Status>("first");
-        for (const char *state : {"before start", "asleep", "first signal"}) {
-            QTest::newRow(state) << QString::fromLatin1(state) << CommandData::CANCELLED;
-        }
-        for (const char *state : {"execute", "own handleExecute", "last signal", "two threads"}) {
-            QTest::newRow(state) << QString::fromLatin1(state) << CommandData::FINISHED;
-        }
+        QTest::addColumn<State>("state");
+        QTest::addColumn<QString>("callsOfA");
+        QTest::addColumn<QString>("endOfA");
+        QTest::newRow("before start()") << BeforeStart << "cancel" << cancelledOnce;
+        QTest::newRow("asleep") << Asleep << "cancel" << cancelledOnce;
+        QTest::newRow("in commandStarted") << InCommandStarted << "cancel" << cancelledOnce;
+        QTest::newRow("in A's handleExecute()") << InExecute << "execute, pause, cancel, isFinished" << finishedOnce;
+        QTest::newRow("by A's handleExecute()") << ByExecute << "execute, pause, cancel, isFinished" << finishedOnce;
+        QTest::newRow("in commandFinished") << InCommandFinished << "execute, isFinished" << finishedOnce;
     }
     void stopInEachState()
     {
-        QFETCH(const QString, state);
+        QFETCH(const State, state);
         Gate gate;
-        std::deque<Item> items;
+        std::deque<Tracked> items;
         Worker worker;
         items.emplace_back(u"A"_s, [&](TestCommand &) {
-            if (state == u"own handleExecute") {
-                worker.stop();
-            } else if (!state.endsWith(u"signal")) {
+            if (state == InExecute) {
                 gate.arrive();
+            } else if (state == ByExecute) {
+                worker.stop();
             }
         });
         items.emplace_back(u"B"_s);
-        if (state == u"first signal") {
+        if (state == InCommandStarted) {
             directly(worker.queue, &CommandQueue::commandStarted, [&] { gate.arrive(); });
-        } else if (state == u"last signal") {
+        } else if (state == InCommandFinished) {
             directly(worker.queue, &CommandQueue::commandFinished, [&] { gate.arrive(); });
         }
-        items[0].command->startable = state != u"asleep";
-        items[1].command->startable = state != u"asleep" && state != u"last signal";
+        items[0].command->startable = state != Asleep;
+        items[1].command->startable = state != Asleep && state != InCommandFinished;
         countEnds(worker.queue, items);
-        for (const Item &item : items) {
+        for (const Tracked &item : items) {
             worker.queue.addCommand(item.command);
         }
-        if (state == u"asleep") {
+        if (state != BeforeStart) {
             worker.start();
-            QVERIFY(waitFor([&] { return items[0].command->looks == 2; }));
-        } else if (state == u"own handleExecute") {
-            worker.start();
-        } else if (state != u"before start") {
-            worker.start();
-            QVERIFY(gate.waitForArrival());
+            QVERIFY(state == Asleep ? waitFor([&] { return items[0].command->looks == 2; })
+                                    : state == ByExecute || gate.waitForArrival());
         }
-        if (state == u"two threads") {
-            std::thread other([&] { worker.stop(); });
+        if (state != ByExecute) {
             worker.stop();
-            other.join();
-            worker.stop();
-        } else if (state != u"own handleExecute") {
-            worker.stop();
-            QCOMPARE(items[1].data.getStatus(), CommandData::CANCELLED);
+            QCOMPARE(items[1].end(), cancelledOnce);
         }
         gate.release();
-        QVERIFY(worker.wait(patience));
-        QTEST(items[0].data.getStatus(), "first");
-        QVERIFY(items[0].endedOnce() && items[1].endedOnce() && worker.queue.isPaused());
-        if (state == u"execute") {
-            QCOMPARE(items[0].command->calls.lines().join(u' '), u"execute pause cancel finished?"_s);
+        QVERIFY(worker.wait(timeout));
+        QTEST(items[0].command->calls.text(), "callsOfA");
+        QTEST(items[0].end(), "endOfA");
+        QCOMPARE(items[1].end(), cancelledOnce);
+        QCOMPARE(worker.queue.isPaused(), true);
+        worker.start();
+        QVERIFY(worker.wait(timeout));
+    }
+
+    void stopOnTwoThreads()
+    {
+        Gate gate;
+        std::deque<Tracked> items;
+        items.emplace_back(u"A"_s, [&](TestCommand &) { gate.arrive(); });
+        items.emplace_back(u"B"_s);
+        Worker worker;
+        countEnds(worker.queue, items);
+        for (const Tracked &item : items) {
+            worker.queue.addCommand(item.command);
         }
         worker.start();
-        QVERIFY(worker.wait(patience));
+        QVERIFY(gate.waitForArrival());
+        std::thread other([&] { worker.stop(); });
+        worker.stop();
+        other.join();
+        gate.release();
+        QVERIFY(worker.wait(timeout));
+        QCOMPARE(items[0].end(), finishedOnce);
+        QCOMPARE(items[1].end(), cancelledOnce);
+    }
+
+    void stopCancelsWhatIsListedAndFromTheFront()
+    {
+        QStringList removed;
+        Tracked a(u"A"_s);
+        Tracked b(u"B"_s);
+        Tracked late(u"late"_s);
+        Worker worker;
+        worker.queue.addCommand(a.command);
+        worker.queue.addCommand(b.command);
+        directly(worker.queue, &CommandQueue::commandRemoved, [&](CommandData *data) {
+            removed.append(data->getReference());
+            if (data == &a.data) {
+                worker.queue.addCommand(late.command);
+            }
+        });
+        worker.stop();
+        QCOMPARE(removed.join(u", "), u"A, B"_s);
+        QCOMPARE(late.data.getStatus(), CommandData::QUEUEING);
+        worker.stop();
+        QCOMPARE(removed.join(u", "), u"A, B, late"_s);
+    }
+
+    void startAfterStopProcessesOnce()
+    {
+        Tracked item(u"A"_s);
+        Worker worker;
+        QVERIFY(worker.end());
+        worker.queue.addCommand(item.command);
+        worker.start();
+        QVERIFY(worker.wait(timeout));
+        QCOMPARE(item.data.getStatus(), CommandData::FINISHED);
+    }
+
+    void destructorCancelsNothing()
+    {
+        Tracked item(u"A"_s);
+        auto worker = std::make_unique<CommandQueueThread>();
+        worker->getCommandQueue().addCommand(item.command);
+        worker.reset();
+        QCOMPARE(item.data.getStatus(), CommandData::QUEUEING);
+        QCOMPARE(item.command->calls.text(), QString());
     }
 
     void stopMeetsTheEndOfACommand()
     {
         Gate gate;
-        std::deque<Item> items;
+        std::deque<Tracked> items;
         for (int index = 0; index < 300; ++index) {
             items.emplace_back(QString::number(index)).command->startable = false;
         }
-        Item &last = items.emplace_back(u"last"_s, [&](TestCommand &) { gate.arrive(); });
+        Tracked &last = items.emplace_back(u"last"_s, [&](TestCommand &) { gate.arrive(); });
         items.front().command->cancelHook = [&] {
             gate.release();
             QVERIFY(last.waitFor(CommandData::FINISHED)); // set without the mutex, which is held here
         };
         Worker worker;
         countEnds(worker.queue, items);
-        for (const Item &item : items) {
+        for (const Tracked &item : items) {
             worker.queue.addCommand(item.command);
         }
         worker.start();
         QVERIFY(gate.waitForArrival());
         QVERIFY(worker.end());
-        QCOMPARE(last.data.getStatus(), CommandData::FINISHED);
-        QVERIFY(last.endedOnce());
+        QCOMPARE(last.end(), finishedOnce);
     }
 
     void commandCancelledByASlotOfStopEndsOnce()
     {
-        std::deque<Item> items;
+        std::deque<Tracked> items;
         Worker worker;
         for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
             worker.queue.addCommand(items.emplace_back(reference).command);
@@ -431,12 +537,14 @@ private Q_SLOTS:
         countEnds(worker.queue, items);
         directly(worker.queue, &CommandQueue::commandRemoved, [&] { worker.queue.cancelCommandByReference(u"C"_s); });
         worker.stop();
-        QVERIFY(items[0].endedOnce() && items[1].endedOnce() && items[2].endedOnce());
+        for (const Tracked &item : items) {
+            QCOMPARE(item.end(), cancelledOnce);
+        }
     }
 
     void workerDoesNotEndBeforeStopHasDoneItsWork()
     {
-        Item item(u"A"_s);
+        Tracked item(u"A"_s);
         item.command->startable = false;
         Worker worker;
         bool ended = true;
@@ -454,8 +562,8 @@ private Q_SLOTS:
     void nothingRunsAfterStop()
     {
         for (int round = 0, end = rounds(300); round < end; ++round) {
-            Item early(u"early"_s);
-            Item late(u"late"_s);
+            Tracked early(u"early"_s);
+            Tracked late(u"late"_s);
             Worker worker;
             worker.start();
             worker.queue.addCommand(early.command);
@@ -464,7 +572,7 @@ private Q_SLOTS:
             }
             worker.stop();
             worker.queue.addCommand(late.command);
-            QVERIFY(worker.wait(patience));
+            QVERIFY(worker.wait(timeout));
             const bool firstRunCameLate = early.data.getStatus() == CommandData::CANCELLED;
             QVERIFY(firstRunCameLate || late.data.getStatus() == CommandData::QUEUEING);
         }
@@ -474,7 +582,7 @@ private Q_SLOTS:
     {
         auto queue = std::make_unique<TestQueue>();
         const TestQueue *probe = queue.get();
-        Item item(u"A"_s);
+        Tracked item(u"A"_s);
         bool locked = true;
         Worker worker(std::move(queue));
         item.command->destroyed = [&] {
@@ -488,15 +596,15 @@ private Q_SLOTS:
 
     void tortureAddAndWait()
     {
-        std::deque<Item> items;
+        std::deque<Tracked> items;
         QSemaphore destroyed;
         Worker worker;
         worker.start();
         for (int round = 0, end = rounds(5000); round < end; ++round) {
-            Item &item = items.emplace_back(u"A"_s);
+            Tracked &item = items.emplace_back(u"A"_s);
             item.command->destroyed = [&] { destroyed.release(); };
             worker.queue.addCommand(std::exchange(item.command, nullptr));
-            QVERIFY2(destroyed.tryAcquire(1, patience), qPrintable(u"round %1"_s.arg(round)));
+            QVERIFY2(destroyed.tryAcquire(1, timeout), qPrintable(u"round %1"_s.arg(round)));
         }
     }
 
@@ -504,7 +612,7 @@ private Q_SLOTS:
     {
         constexpr unsigned perThread = 100;
         for (int round = 0, end = rounds(25); round < end; ++round) {
-            std::deque<Item> items;
+            std::deque<Tracked> items;
             for (unsigned index = 0; index < 4 * perThread; ++index) {
                 items.emplace_back(QString::number(index));
             }
@@ -536,8 +644,8 @@ private Q_SLOTS:
             }
             QVERIFY(worker.end());
             QVERIFY(worker.queue.getCommands().isEmpty());
-            for (const Item &item : items) {
-                QVERIFY2(item.endedOnce(), qPrintable(item.data.getReference()));
+            for (const Tracked &item : items) {
+                QCOMPARE(item.end(), item.data.getStatus() == CommandData::FINISHED ? finishedOnce : cancelledOnce);
             }
         }
     }
@@ -545,21 +653,10 @@ private Q_SLOTS:
 private:
     static void wakeUps()
     {
-        QTest::addColumn<QString>("wakeUp");
-        for (const char *wakeUp : {"add", "permission", "restart"}) {
-            QTest::newRow(wakeUp) << QString::fromLatin1(wakeUp);
-        }
-    }
-    static void wake(Worker &worker, const Item &added)
-    {
-        QFETCH(const QString, wakeUp);
-        if (wakeUp == u"add") {
-            worker.queue.addCommand(added.command);
-        } else if (wakeUp == u"permission") {
-            Q_EMIT worker.queue.finishCommandAllowed(true);
-        } else {
-            worker.restart();
-        }
+        QTest::addColumn<WakeUp>("wakeUp");
+        QTest::newRow("add") << add;
+        QTest::newRow("finishCommandAllowed") << allow;
+        QTest::newRow("restart") << restart;
     }
 };
 
