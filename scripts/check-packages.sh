@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh dpkg-dev file lintian graphviz qt6-documentation-tools
+scripts/setup.sh dpkg-dev file lintian graphviz qt6-documentation-tools doxygen-awesome-css
 build=build/packages
 root=$PWD/$build/root
 
