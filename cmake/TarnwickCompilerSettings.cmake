@@ -9,10 +9,9 @@ if(TARNWICK_SANITIZE)
     endif()
 endif()
 
-# tarnwick_compiler_settings(<target>): C++17, the project's warnings, and Qt without its implicit conversions.
+# tarnwick_compiler_settings(<target>): moc, the project's warnings, and Qt without its implicit conversions.
 function(tarnwick_compiler_settings target)
-    target_compile_features(${target} PRIVATE cxx_std_17)
-    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF AUTOMOC ON)
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
     target_compile_definitions(
         ${target}
         PRIVATE
@@ -25,8 +24,9 @@ function(tarnwick_compiler_settings target)
             QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
             QT_DISABLE_DEPRECATED_BEFORE=0x060400
     )
-    # Only Clang's -Wshadow knows a constructor's parameter that bears the name of the field it initialises.
-    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    # clang-cl is left out: there -Wall means all warnings. GCC gets -Wshadow=local, since its -Wshadow warns of a
+    # constructor's parameter that has the name of the field it initialises.
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT MSVC)
         target_compile_options(
             ${target}
             PRIVATE
