@@ -71,20 +71,16 @@ private Q_SLOTS:
         addReading("bool, empty", S::stringToBool(QString()), false);
 
         addReading("integer", S::stringToInt(u"-42"_s, 5), -42);
-        addReading("integer, zero", S::stringToInt(u"0"_s, 5), 0);
         addReading("integer, least", S::stringToInt(u"-2147483648"_s, 5), INT_MIN);
         addReading("integer, too large", S::stringToInt(u"2147483648"_s, 5), 5);
         addReading("integer, empty", S::stringToInt(u""_s, 5), 5);
         addReading("integer, letters behind", S::stringToInt(u"12abc"_s, 5), 5);
         addReading("integer, prefix", S::stringToInt(u"0x10"_s, 5), 5);
-        addReading("integer, leading zero", S::stringToInt(u"010"_s, 5), 10);
-        addReading("integer, fraction", S::stringToInt(u"1.5"_s, 5), 5);
         addReading("integer, default", S::stringToInt(u"x"_s), 0);
 
         addReading("float", S::stringToFloat(u"1.5D+3"_s, 'D'), 1500.0f);
         addReading("float, Latin-1", S::stringToFloat(u"1.5é+3"_s, '\xe9'), 1500.0f);
         addReading("float, third field", S::stringToFloat(u"1e2e3"_s), 100.0f);
-        addReading("float, no exponent", S::stringToFloat(u"2.5"_s), 2.5f);
         addReading("float, empty exponent", S::stringToFloat(u"2.5e"_s), 2.5f);
         addReading("float, exponent with fraction", S::stringToFloat(u"2.5e1.5"_s), 2.5f);
         addReading("float, empty mantissa", S::stringToFloat(u"e3"_s), 0.0f);
@@ -95,7 +91,6 @@ private Q_SLOTS:
 
         addReading("integers", readIntegers(u"1 -2 3"_s), {1, -2, 3});
         addReading("integers, empty", readIntegers(u""_s), {0});
-        addReading("integers, null", readIntegers(QString()), {0});
         addReading("integers, two blanks", readIntegers(u"1  2"_s), {1, 0, 2});
         addReading("integers, last blank", readIntegers(u"1 2 "_s), {1, 2, 0});
         addReading("integers, no numbers", readIntegers(u"1 x 3 4.5"_s), {1, 0, 3, 0});
@@ -110,12 +105,10 @@ private Q_SLOTS:
         addReading("point, no integers", S::stringToQPoint(u"1.5 ~2"_s), QPoint(0, 0));
         addReading("pointF", S::stringToQPointF(u"1.23e+06 0.5"_s), QPointF(1230000, 0.5));
         addReading("pointF, three fields", S::stringToQPointF(u"1.5 2.25 3"_s), QPointF(1.5, 2.25));
-        addReading("pointF, one field", S::stringToQPointF(u"1.5"_s), QPointF(0, 0));
         addReading("pointF, no number", S::stringToQPointF(u"1,5 2"_s), QPointF(0, 2));
 
         addReading("size", S::stringToQSize(u"640 480"_s), QSize(640, 480));
         addReading("size, three fields", S::stringToQSize(u"640 x 480"_s), QSize(640, 480));
-        addReading("size, four fields", S::stringToQSize(u"640 1 2 480"_s), QSize(640, 480));
         addReading("size, one field", S::stringToQSize(u"640"_s), QSize(640, 640));
         addReading("size, empty", S::stringToQSize(u""_s), QSize(0, 0));
         addReading("size, last blank", S::stringToQSize(u"640 480 "_s), QSize(640, 0));
@@ -128,6 +121,7 @@ private Q_SLOTS:
         addReading("rect, five fields", S::stringToRect(u"1,2,30,40,99"_s), QRect(1, 2, 30, 40));
         addReading("rect, no number", S::stringToRect(u"1,x,30,40"_s), QRect(1, 0, 30, 40));
         addReading("rect, empty fields", S::stringToRect(u",,30,40"_s), QRect(0, 0, 30, 40));
+        addReading("rect, edge beyond int", S::stringToRect(u"2147483647,2,9,40"_s).top(), 2);
         addReading("rect, three fields", S::stringToRect(u"1,2,30"_s), QRect());
 
         addReading("2D", S::stringToVector2D(u"1.500 0.100"_s), QVector2D(1.5f, 0.1f));
@@ -135,7 +129,6 @@ private Q_SLOTS:
         addReading("2D, one field", S::stringToVector2D(u"1.5"_s), QVector2D());
         addReading("2D, three fields", S::stringToVector2D(u"1 2 3"_s), QVector2D());
         addReading("2D, two blanks", S::stringToVector2D(u"1  2"_s), QVector2D());
-        addReading("2D, last blank", S::stringToVector2D(u"1 2 "_s), QVector2D());
         addReading("3D", S::stringToVector3D(u"1.00 -2 0.1"_s), QVector3D(1, -2, 0.1f));
         addReading("3D, no number", S::stringToVector3D(u"1 x 3"_s), QVector3D(1, 0, 3));
         addReading("3D, two fields", S::stringToVector3D(u"1 2"_s), QVector3D());
@@ -203,13 +196,11 @@ private Q_SLOTS:
         QTest::newRow("array") << S::integerArrayToString(integers) << u"1 -2 3"_s;
         QTest::newRow("part of an array") << S::toString(integers.data(), 2) << u"1 -2"_s;
         QTest::newRow("empty array") << S::integerArrayToString({}) << QString();
-        QTest::newRow("negative count") << S::toString(nullptr, -1) << QString();
         QTest::newRow("null pointer") << S::ptrToString(nullptr) << u"0x0000000000000000"_s;
         QTest::newRow("pointer") << S::ptrToString(reinterpret_cast<void *>(0xABCDEF)) << u"0x0000000000abcdef"_s;
         const QList<QKeySequence> keys = {QKeySequence(Qt::Key_Percent, Qt::Key_1), QKeySequence(Qt::Key_F2)};
         QTest::newRow("key sequences") << S::qkeySequencesToAppendableString(keys) << u" (%, 1)"_s;
         QTest::newRow("no key sequence") << S::qkeySequencesToAppendableString({}) << u""_s;
-        QTest::newRow("empty one") << S::qkeySequencesToAppendableString({QKeySequence()}) << u" ()"_s;
 
         QTest::newRow("point") << S::qpointToString(QPoint(10, -20)) << u"10 -20"_s;
         QTest::newRow("pointF") << S::qpointfToString(QPointF(0.1, -0.0)) << u"0.10000000000000001 0"_s;
@@ -219,15 +210,14 @@ private Q_SLOTS:
         QTest::newRow("tie, power of ten") << S::qpointfToString(QPointF(10000.5, 2.5), 5) << u"10001 2.5"_s;
         QTest::newRow("greatest tie") << S::qpointfToString(QPointF(2.5e21, 1.5e22), 1) << u"3e+21 2e+22"_s;
         QTest::newRow("least tie") << S::qpointfToString(QPointF(0x1p-25, 1)) << u"2.9802322387695313e-08 1"_s;
-        QTest::newRow("tie of all bits") << S::qpointfToString(QPointF(0x1.0000000000001p50, 0))
-                                         << u"1125899906842624.3 0"_s;
+        const QPointF allBits(0x1.0000000000001p50, 0);
+        QTest::newRow("tie of all bits") << S::qpointfToString(allBits) << u"1125899906842624.3 0"_s;
         QTest::newRow("path") << S::qpointfVectorToString({QPointF(1, 2), QPointF(3.14, 4)}, 2) << u"1 2,3.1 4"_s;
         QTest::newRow("path, default") << S::qpointfVectorToString({QPointF(0.1, 2)}) << u"0.10000000000000001 2"_s;
         QTest::newRow("empty path") << S::qpointfVectorToString({}) << QString();
         QTest::newRow("size") << S::qSizeToString(QSize()) << u"-1 -1"_s;
         QTest::newRow("sizeF") << S::qSizeFToString(QSizeF(0.1, 2.5)) << u"0.10000000000000001 2.5"_s;
         QTest::newRow("rect") << S::rectToString(QRect(1, 2, 30, 40)) << u"1,2,30,40"_s;
-        QTest::newRow("default rect") << S::rectToString(QRect()) << u"0,0,0,0"_s;
 
         QTest::newRow("2D") << S::vector2DToString(QVector2D(1.5f, 0.1f)) << u"1.5 0.100000001"_s;
         QTest::newRow("2D, 3 digits") << S::vector2DToString(QVector2D(1.5f, 0.1f), 3) << u"1.5 0.1"_s;
@@ -235,14 +225,12 @@ private Q_SLOTS:
         QTest::newRow("2D, whole") << S::vector2DToString(QVector2D(0.5f, -1e-20f), 0, true) << u"1 -0"_s;
         QTest::newRow("2D, widened") << S::vector2DToString(QVector2D(0.1f, 0), 17) << u"0.10000000149011612 0"_s;
         QTest::newRow("3D") << S::vector3DToString(QVector3D(1234567, 0.1f, -1)) << u"1234567 0.100000001 -1"_s;
-        QTest::newRow("3D, 3 digits") << S::vector3DToString(QVector3D(1234567, 0.5f, -0.25f), 3)
-                                      << u"1.23e+06 0.5 -0.25"_s;
         QTest::newRow("3D, fixed") << S::vector3DToString(QVector3D(1, 2, 3.125f), 2, true) << u"1.00 2.00 3.13"_s;
         QMatrix4x4 translation;
         translation.translate(0.1f, 2, 1e-20f);
         QTest::newRow("matrix") << toShortText(translation) << u"1 0 0 0.10000000149011612 0 1 0 2 0 0 1 0 0 0 0 1"_s;
-        QTest::newRow("matrix, decimals")
-            << S::matrix4x4ToString(translation, u';').first(20) << u"1.00000000000000000;"_s;
+        const QString blanks = S::matrix4x4ToString(translation, u' ');
+        QTest::newRow("matrix, decimals") << blanks.first(20) << u"1.00000000000000000 "_s;
         const QString transform = S::transformToString(QTransform(0.7071067811865476, 2, 3, 4, 5, 6, 7, 8.5, 9));
         QTest::newRow("transform, begin") << transform.first(35) << u"0.707107 2.000000 3.000000 4.000000"_s;
         QTest::newRow("transform, end") << transform.sliced(36) << u"5.000000 6.000000 7.000000 8.500000 9.000000"_s;

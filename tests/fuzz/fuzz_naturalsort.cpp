@@ -14,7 +14,7 @@ namespace {
 QString makePlainText(Input &input, char16_t firstLetter)
 {
     QString text;
-    for (int length = input.below(8); length >= 0; --length) {
+    for (int length = input.below(9); length > 0; --length) {
         const int byte = input.below(256);
         const QChar letter(static_cast<char16_t>(firstLetter + byte % 64));
         const bool isLetter = letter.isLetter() && letter.category() != QChar::Letter_Modifier;
@@ -40,9 +40,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     }
     QList<QString> expected = list;
     expected.detach();
-    const QString *const place = list.constData();
     NaturalSort::sort(list);
-    check(list.constData() == place, true);
     QCollator collator;
     collator.setNumericMode(true);
     for (qsizetype i = 0; isPlain && i < list.size(); ++i) {
