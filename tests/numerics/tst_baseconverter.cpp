@@ -2,6 +2,9 @@
 
 #include <QTest>
 
+#include <atomic>
+#include <thread>
+
 using namespace Qt::StringLiterals;
 
 class BaseConverterTest : public QObject
@@ -24,6 +27,20 @@ private Q_SLOTS:
         QCOMPARE(toHex.convert(u"1A0"_s), u"64"_s); // letters the base lacks
         QCOMPARE(fromHex.convert(u"-1 G"_s), u"256"_s);
         QCOMPARE(fromHex.convert(u"1\U0001F600"_s), u"65536"_s); // four bytes of UTF-8
+    }
+
+    void convertersAreSharedByThreads()
+    {
+        std::atomic<int> failures = 0;
+        const auto convert = [&failures] {
+            for (int round = 0; round < 10000; ++round) {
+                failures += BaseConverter::getHexToDecimalConverter().convert(u"FF"_s) != u"255";
+            }
+        };
+        std::thread other(convert);
+        convert();
+        other.join();
+        QCOMPARE(failures, 0);
     }
 };
 
