@@ -1,48 +1,33 @@
-// A load that does not end by itself: several threads add, cancel, pause, permit, answer and restart, for the number of
-// seconds given, and each command accounts for its signals when it goes. Ends with a message and an abort where a
-// command has not ended once, a signal is missing or doubled, nothing moves any more, or the memory grows.
+// A load test for the number of seconds given: several threads add, cancel, pause, answer and restart, and each command
+// accounts for its signals when it is destroyed. Fails where a command does not end exactly once, a signal is missing
+// or doubled, nothing moves any more, or the memory grows.
 //
-// Many times a second all producers wait until the last command has gone, since only then would a lost wake-up show: as
-// long as others add, their wake-ups stand in for it. Every ten seconds a worker is stopped, from two threads and with
-// its list full, and another takes its place.
+// Many times a second the producers wait until all commands are gone: only then would a lost wake-up show, since the
+// next add would make up for it. Every ten seconds two threads stop the worker, and another takes its place.
+
+#include "../support/TestCommand.h"
 
 #include <commands/CommandQueueThread.h>
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QTimer>
 
-#include <algorithm>
 #include <array>
-#include <atomic>
-#include <chrono>
-#include <cstdio>
-#include <memory>
 #include <random>
-#include <thread>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr unsigned producerCount = 4;
 constexpr int generationSeconds = 10;
-constexpr int patience = 30; // seconds without a command's end; then something hangs
+constexpr int timeoutSeconds = 30; // without a command's end
 constexpr std::size_t outstandingPerProducer = 128;
 constexpr qint64 undeliveredAtMost = 1'000; // signals on their way to the main thread
 
-std::array<std::atomic<qint64>, 8> ends; // by status
 std::atomic<qint64> made;
 std::atomic<qint64> gone;
-std::atomic<qint64> runs;
-std::atomic<qint64> questions;
-std::atomic<qint64> pauses;
-std::atomic<qint64> restarts;
-std::atomic<qint64> permissions;
-qint64 silences = 0; // how often everything had ended while a worker slept
 
-// While a producer answers, the worker may go on to the next status: what a slot on the producer's thread sees is not
-// what it was called for.
+// The worker may go on while a producer answers; what a slot on the producer's thread then sees is not its own change.
 thread_local bool answering = false;
 
 void require(bool condition, const char *what, const CommandData *data = nullptr)
@@ -53,81 +38,61 @@ void require(bool condition, const char *what, const CommandData *data = nullptr
     }
 }
 
-class Record : public CommandData
+/** A record that slots count on the threads that emit. */
+struct SoakData : public TestData
 {
-public:
-    using CommandData::CommandData;
-    QString getDescription() const override { return {}; }
-    QString getTitle() const override { return {}; }
-    QString getTypeName() const override { return {}; }
+    using TestData::TestData;
 
-    static bool isFinal(Status status) { return status == FINISHED || status == CANCELLED || status == ERR; }
-
-    // Counted by slots on the threads that emit.
     std::atomic<int> added = 0;
     std::atomic<int> removed = 0;
-    std::atomic<int> begunRuns = 0;
-    std::atomic<int> endedRuns = 0;
-    std::atomic<int> asked = 0;
+    std::atomic<int> announced = 0; // by awaitingUserAction
     std::atomic<int> processings = 0;
-    std::atomic<int> settlements = 0;
     std::atomic<int> errors = 0;
-    std::atomic<int> queueings = 0;
+    std::atomic<int> ends = 0;
 };
 
-/** The number of a command tells what it does; most do nothing and finish. */
+SoakData &soakData(CommandData *data)
+{
+    return static_cast<SoakData &>(*data);
+}
+
+enum Kind { Working = 507, Repeating, Failing, Gated, Asking, kindCount }; // those below finish at once
+
 class SoakCommand : public Command
 {
 public:
-    static constexpr qint64 kinds = 512;
-    // Those from here on are cancelled by nobody but their producer, which knows whether they wait.
-    static constexpr qint64 gated = 510;
-    static constexpr qint64 asking = 511;
-
-    SoakCommand(unsigned producer, qint64 number)
+    SoakCommand(const QString &reference, unsigned kind)
         : Command(nullptr)
-        , kind(number % kinds)
-        , record(referenceOf(producer, number), false)
-        , startable(kind != gated)
+        , kind(kind)
+        , data(reference)
+        , startable(kind != Gated)
     {
         ++made;
         QObject::connect(
-            &record, &CommandData::statusChanged, &record, [this] { noteStatus(); }, Qt::DirectConnection);
-        if (kind == asking) {
-            record.setStatus(CommandData::REQUIRE_USER_ACTION);
+            &data, &CommandData::statusChanged, &data, [this] { count(); }, Qt::DirectConnection);
+        if (kind == Asking) {
+            data.setStatus(CommandData::REQUIRE_USER_ACTION);
         }
     }
     ~SoakCommand() override
     {
-        const CommandData::Status status = record.getStatus();
-        require(record.added == 1, "added other than once", &record);
-        require(record.removed == 1, "removed other than once", &record);
-        require(Record::isFinal(status), "not ended", &record);
-        require(record.settlements == int(status != CommandData::ERR), "ended other than once", &record);
-        const bool failed = executions > 0 && (kind == 503 || kind == 504);
-        require(record.errors == int(failed), "in error other than once", &record);
-        const int returns = record.queueings - int(kind != asking); // each but the last execution ends so
-        const bool isCancelledLater = status == CommandData::CANCELLED && returns == executions;
-        require(returns == executions - 1 || isCancelledLater, "back in the queue other than once", &record);
-        require(kind == asking ? record.asked > 0 || executions == 0 : record.asked == 0, "asked wrongly", &record);
-        require(record.begunRuns == record.endedRuns, "a run without begin or end", &record);
-        require(record.processings == executions, "executed without the status", &record);
-        require(executions > 0 || status == CommandData::CANCELLED, "ended without execution", &record);
-        ++ends[std::size_t(status)];
+        const CommandData::Status status = data.getStatus();
+        require(data.added == 1, "added other than once", &data);
+        require(data.removed == 1, "removed other than once", &data);
+        require(data.ends == int(status != CommandData::ERR), "ended other than once", &data);
+        require(data.errors == int(kind == Failing && executions > 0), "in error other than once", &data);
+        require(data.processings == executions, "executed without the status", &data);
+        require(executions > 0 || status == CommandData::CANCELLED, "ended without execution", &data);
+        require(kind != Asking || data.announced > 0 || executions == 0, "executed without the answer", &data);
         ++gone;
-    }
-
-    static QString referenceOf(unsigned producer, qint64 number)
-    {
-        return QString::number(producer) + u'/' + QString::number(number);
     }
 
     bool canBeStarted() const override { return startable; }
     bool isFinished() override { return finished; }
-    CommandData *getCommandData() override { return &record; }
+    CommandData *getCommandData() override { return &data; }
 
-    const qint64 kind;
-    Record record;
+    const unsigned kind;
+    SoakData data;
     std::atomic<bool> startable;
     int answered = 0; // the producer's
 
@@ -135,62 +100,50 @@ protected:
     void handleExecute() override
     {
         ++executions;
-        switch (kind) {
-        case 500: // works for a while, if it is let
-        case 501:
-            finished = false;
-            for (int step = 0; step < 1000; ++step) {
-                if (isCancelled() || isPaused()) {
-                    return;
-                }
-            }
-            finished = true;
-            break;
-        case 502:
-            finished = executions == 3;
-            break;
-        case 503:
-        case 504:
-            setError(int(kind));
-            break;
-        default:
-            break;
+        finished = kind != Working && (kind != Repeating || executions == 3);
+        for (int step = 0; !finished && kind == Working && !isCancelled() && !isPaused(); ++step) {
+            finished = step == 1000;
+        }
+        if (kind == Failing) {
+            setError(4);
         }
     }
 
 private:
-    void noteStatus()
+    void count()
     {
-        if (answering) {
-            return;
+        if (!answering) {
+            const CommandData::Status status = data.getStatus();
+            data.processings += status == CommandData::PROCESSING;
+            data.errors += status == CommandData::ERR;
+            data.ends += status == CommandData::FINISHED || status == CommandData::CANCELLED;
         }
-        const CommandData::Status status = record.getStatus();
-        record.processings += status == CommandData::PROCESSING;
-        record.errors += status == CommandData::ERR;
-        record.queueings += status == CommandData::QUEUEING;
-        record.settlements += status == CommandData::FINISHED || status == CommandData::CANCELLED;
     }
 
     bool finished = true; // the worker's, as is the next
     int executions = 0;
 };
 
-Record &recordOf(CommandData *data)
-{
-    return static_cast<Record &>(*data);
-}
-
-/** A worker with those who load it. */
+/** A worker and its producers. */
 class Generation
 {
 public:
     explicit Generation(unsigned seed)
-        : queue(worker.getCommandQueue())
     {
-        watch();
+        follow(&CommandQueue::commandAdded,
+            [](const QSharedPointer<Command> &command) { ++soakData(command->getCommandData()).added; });
+        follow(&CommandQueue::commandRemoved, [](CommandData *data) { ++soakData(data).removed; });
+        follow(&CommandQueue::awaitingUserAction, [](CommandData *data) { ++soakData(data).announced; });
+        follow(&CommandQueue::commandStarted,
+            [this](CommandData *data) { require(!std::exchange(running, data), "a run within a run", data); });
+        follow(&CommandQueue::commandFinished, [this](CommandData *data) {
+            require(std::exchange(running, nullptr) == data, "the end of another run", data);
+        });
+        QObject::connect(
+            &queue, &CommandQueue::commandAdded, &queue, [this] { ++delivered; }, Qt::QueuedConnection);
         worker.start();
         for (unsigned producer = 0; producer < producerCount; ++producer) {
-            producers.emplace_back([this, producer, seed] { produce(producer, seed * producerCount + producer); });
+            producers.emplace_back([this, producer, seed] { produce(producer, seed * producerCount + producer + 1); });
         }
     }
     ~Generation()
@@ -202,236 +155,95 @@ public:
         std::thread other([this] { worker.stop(); });
         worker.stop();
         other.join();
-        require(worker.wait(1000 * patience), "the worker does not end");
-        require(queue.getCommands().isEmpty(), "commands left after stop()");
-        require(!queue.isProcessing() && !running, "a run left after stop()");
+        require(worker.wait(1000 * timeoutSeconds), "the worker does not end");
+        require(queue.getCommands().isEmpty() && !queue.isProcessing() && !running, "something left after stop()");
         QCoreApplication::sendPostedEvents();
-        require(delivered == added, "queued deliveries missing or doubled");
+        require(delivered == added, "queued signals missing or doubled");
+        require(made == gone, "commands left");
     }
 
-    /** Lets the producers work or, the next time, wait until all their commands have gone. */
-    void alternate()
-    {
-        if (!quiet) {
-            quiet = true;
-        } else if (made == gone) {
-            ++silences;
-            quiet = false;
-        }
-    }
+    /** Lets the producers work or, the next time, wait until all their commands are gone. */
+    void alternate() { quiet = !quiet || made != gone; }
 
 private:
     template <typename Signal, typename Slot>
-    void directly(Signal signal, Slot slot)
+    void follow(Signal signal, Slot slot)
     {
         QObject::connect(&queue, signal, &queue, slot, Qt::DirectConnection);
     }
 
-    void watch()
-    {
-        directly(&CommandQueue::commandAdded,
-            [](const QSharedPointer<Command> &command) { ++recordOf(command->getCommandData()).added; });
-        QObject::connect(
-            &queue, &CommandQueue::commandAdded, &queue, [this] { ++delivered; }, Qt::QueuedConnection);
-        directly(&CommandQueue::commandRemoved, [](CommandData *data) {
-            require(Record::isFinal(data->getStatus()), "removed before its end", data);
-            ++recordOf(data).removed;
-        });
-        directly(&CommandQueue::awaitingUserAction, [](CommandData *data) {
-            ++questions;
-            ++recordOf(data).asked;
-        });
-        directly(&CommandQueue::commandStarted, [this](CommandData *data) {
-            require(!std::exchange(running, data), "a run within a run", data);
-            ++runs;
-            ++recordOf(data).begunRuns;
-        });
-        directly(&CommandQueue::commandFinished, [this](CommandData *data) {
-            require(std::exchange(running, nullptr) == data, "the end of another run", data);
-            ++recordOf(data).endedRuns;
-        });
-    }
-
     void produce(unsigned producer, unsigned seed)
     {
-        std::minstd_rand random(seed + 1);
+        std::minstd_rand random(seed);
         std::vector<QSharedPointer<SoakCommand>> own;
         bool pausing = false; // this producer owes a restart
         while (!over) {
             if (!quiet && own.size() < outstandingPerProducer && added - delivered < undeliveredAtMost) {
-                own.push_back(QSharedPointer<SoakCommand>::create(producer, numbers[producer]++));
+                const QString reference = QString::number(numbers[producer]++);
+                own.push_back(QSharedPointer<SoakCommand>::create(reference, unsigned(random() % kindCount)));
                 ++added;
                 queue.addCommand(own.back());
                 if (random() % 16 == 0) {
-                    cancelAny(random);
+                    const qint64 latest = numbers[random() % producerCount];
+                    queue.cancelCommandByReference(QString::number(latest - qint64(random() % 128)));
                 }
                 if (random() % 128 == 0) {
                     pausing = true;
-                    ++pauses;
                     queue.pause();
                 }
             } else {
                 for (std::size_t index = own.size(); index > 0; --index) {
-                    attend(own, index - 1, random);
+                    attend(own, index - 1, random() % 4 == 0);
                 }
                 std::this_thread::sleep_for(std::chrono::microseconds(50)); // leaves the processor to the worker
             }
             if (pausing && random() % 2 == 0) {
                 pausing = false;
-                restart();
+                worker.restart();
             }
         }
     }
 
-    void restart()
-    {
-        ++restarts;
-        worker.restart();
-    }
-
-    /** Lets go a command that has ended, and does what another waits for. */
-    void attend(std::vector<QSharedPointer<SoakCommand>> &own, std::size_t index, std::minstd_rand &random)
+    /** Releases a command that has ended, and does what another waits for. */
+    void attend(std::vector<QSharedPointer<SoakCommand>> &own, std::size_t index, bool cancels)
     {
         SoakCommand &command = *own[index];
-        if (command.record.removed > 0) {
+        if (command.data.removed > 0) {
             std::swap(own[index], own.back());
             own.pop_back();
-        } else if (command.kind == SoakCommand::gated && !command.startable) {
-            if (random() % 4 == 0) {
-                queue.cancelCommand(own[index]);
-                return;
+        } else if (command.kind == Gated && !command.startable) {
+            if (cancels) {
+                return queue.cancelCommand(own[index]);
             }
             command.startable = true;
-            ++permissions;
             Q_EMIT queue.finishCommandAllowed(true);
-        } else if (command.record.asked > command.answered) {
+        } else if (command.data.announced > command.answered) {
             if (command.answered++ == 0) {
                 answering = true;
-                command.record.setStatus(CommandData::QUEUEING);
+                command.data.setStatus(CommandData::QUEUEING);
                 answering = false;
             }
-            restart();
-        }
-    }
-
-    void cancelAny(std::minstd_rand &random)
-    {
-        const auto producer = unsigned(random() % producerCount);
-        const qint64 number = numbers[producer] - 1 - qint64(random() % outstandingPerProducer);
-        if (number >= 0 && number % SoakCommand::kinds < SoakCommand::gated) {
-            queue.cancelCommandByReference(SoakCommand::referenceOf(producer, number));
+            worker.restart();
         }
     }
 
     CommandQueueThread worker;
-    CommandQueue &queue;
-    CommandData *running = nullptr; // the driving thread's, and after its end the main thread's
+    CommandQueue &queue = worker.getCommandQueue();
+    CommandData *running = nullptr; // the worker's, and after its end the main thread's
     std::atomic<bool> over = false;
     std::atomic<bool> quiet = false;
     std::atomic<qint64> added = 0;
     std::atomic<qint64> delivered = 0;
-    std::array<std::atomic<qint64>, producerCount> numbers{};
+    std::array<std::atomic<qint64>, producerCount> numbers = {0, 1'000'000'000, 2'000'000'000, 3'000'000'000};
     std::vector<std::thread> producers;
 };
 
 /** Returns the resident memory in KiB, 0 where the system does not tell. */
 qint64 residentMemory()
 {
-    QFile file(u"/proc/self/status"_s);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return 0;
-    }
-    const QList<QByteArray> lines = file.readAll().split('\n');
-    const auto line =
-        std::find_if(lines.begin(), lines.end(), [](const QByteArray &text) { return text.startsWith("VmRSS:"); });
-    return line == lines.end() ? 0 : line->simplified().split(' ').at(1).toLongLong();
+    QFile file(u"/proc/self/statm"_s);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').at(1).toLongLong() * 4 : 0;
 }
-
-/** Counts seconds by its own ticks, so that it stands still while the process does. */
-class Soak : public QObject
-{
-public:
-    explicit Soak(int seconds)
-        : seconds(seconds)
-    {
-        connect(&timer, &QTimer::timeout, this, &Soak::tick);
-        timer.start(1000);
-        connect(&alternation, &QTimer::timeout, this, [this] { generation->alternate(); });
-        alternation.start(25);
-    }
-
-private:
-    void tick()
-    {
-        memory.push_back(residentMemory());
-        const int elapsed = int(memory.size());
-        ++age;
-        idle = gone == lastGone ? idle + 1 : 0;
-        lastGone = gone;
-        require(idle < patience, "nothing moves");
-        const bool moves = idle == 0; // what stands still is not to be hidden by a stop()
-        const bool isLast = moves && elapsed >= seconds;
-        if (isLast || (moves && age >= generationSeconds)) {
-            generation.reset();
-            age = 0;
-            require(made == gone, "commands left");
-        }
-        if (isLast || elapsed % std::max(seconds / 10, 1) == 0) {
-            report(elapsed);
-        }
-        if (isLast) {
-            judgeMemory();
-            alternation.stop();
-            QCoreApplication::quit();
-        } else if (!generation) {
-            generation = std::make_unique<Generation>(unsigned(elapsed));
-        }
-    }
-
-    void report(int elapsed) const
-    {
-        std::printf("%5d s %12lld commands: %lld finished, %lld cancelled, %lld in error; %lld runs, %lld pauses, %lld "
-                    "restarts, "
-                    "%lld permissions, %lld questions, %lld silences; %lld KiB\n",
-            elapsed,
-            gone.load(),
-            ends[CommandData::FINISHED].load(),
-            ends[CommandData::CANCELLED].load(),
-            ends[CommandData::ERR].load(),
-            runs.load(),
-            pauses.load(),
-            restarts.load(),
-            permissions.load(),
-            questions.load(),
-            silences,
-            memory.back());
-        std::fflush(stdout);
-    }
-
-    /** Compares the peak of the last fifth with that of the second; the first is to get warm. */
-    void judgeMemory() const
-    {
-        const auto fifth = [this](std::ptrdiff_t index) {
-            const auto length = std::ptrdiff_t(memory.size() / 5);
-            return *std::max_element(
-                memory.begin() + index * length, memory.begin() + index * length + std::max<std::ptrdiff_t>(length, 1));
-        };
-        const qint64 early = fifth(1);
-        const qint64 late = fifth(4);
-        std::printf("peak memory: %lld KiB early, %lld KiB late\n", early, late);
-        std::fflush(stdout);
-        require(late <= early + std::max<qint64>(early / 20, 2048), "the memory grows");
-    }
-
-    const int seconds;
-    QTimer timer;
-    QTimer alternation;
-    std::vector<qint64> memory; // one entry a second
-    int age = 0; // seconds of the generation
-    int idle = 0; // seconds without a command's end
-    qint64 lastGone = -1;
-    std::unique_ptr<Generation> generation = std::make_unique<Generation>(0);
-};
 } // namespace
 
 int main(int argc, char **argv)
@@ -442,6 +254,33 @@ int main(int argc, char **argv)
         std::fputs("usage: soak_commandqueue SECONDS (5 or more)\n", stderr);
         return 2;
     }
-    const Soak soak(seconds);
-    return QCoreApplication::exec();
+    auto generation = std::make_unique<Generation>(0);
+    qint64 early = 0; // the peak of the second fifth, in KiB; the first is to warm up
+    qint64 late = 0; // of the last fifth
+    qint64 goneBefore = 0;
+    int idle = 0; // seconds without a command's end
+    // Counts its own ticks, so that it stops while the process does.
+    for (int second = 1; second <= seconds || idle > 0; ++second) {
+        for (int slice = 0; slice < 40; ++slice) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(25));
+            QCoreApplication::processEvents();
+            generation->alternate();
+        }
+        idle = gone == goneBefore ? idle + 1 : 0;
+        goneBefore = gone;
+        require(idle < timeoutSeconds, "nothing moves");
+        qint64 &peak = 5 * second <= 2 * seconds ? early : late;
+        if (5 * second > seconds && (5 * second <= 2 * seconds || 5 * second > 4 * seconds)) {
+            peak = std::max(peak, residentMemory());
+        }
+        if (second % generationSeconds == 0 && idle == 0) { // stop() would hide a standstill
+            generation.reset();
+            std::printf("%5d s: %lld commands, %lld KiB\n", second, gone.load(), residentMemory());
+            std::fflush(stdout);
+            generation = std::make_unique<Generation>(unsigned(second));
+        }
+    }
+    generation.reset();
+    std::printf("%lld commands; peak memory: %lld KiB early, %lld KiB late\n", gone.load(), early, late);
+    require(late <= early + std::max<qint64>(early / 20, 2048), "the memory grows");
 }
