@@ -1,4 +1,4 @@
-// A client in a library of its own, for main.cpp to load and unload.
+// A plugin that uses the library; main.cpp loads and unloads it.
 
 #include "../../support/TestCommand.h"
 
@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** Uses what the library makes at its first call; lives from the loading of this client to its end. */
+/** Uses what the library creates at the first call; lives from the loading of this plugin to its end. */
 class EarlyAndLate
 {
 public:
@@ -40,16 +40,16 @@ void expectFatal(QtMsgType, const QMessageLogContext &, const QString &text)
 
 } // namespace
 
-/** Works with one worker to its proper end, and leaves another behind: destroyed while it runs, or never. */
+/** Ends one worker properly and leaves another behind: destroyed while it runs, or never. */
 extern "C" Q_DECL_EXPORT void leaveWorker(bool executing, bool destroyed)
 {
     static TestData data(u"A"_s);
     QSemaphore arrived;
-    const auto addCommand = [&](CommandQueueThread &thread, bool forEver) {
+    const auto addCommand = [&](CommandQueueThread &thread, bool indefinitely) {
         CommandQueue &queue = thread.getCommandQueue();
-        queue.addCommand(QSharedPointer<TestCommand>::create(&data, [&queue, &arrived, forEver](TestCommand &) {
+        queue.addCommand(QSharedPointer<TestCommand>::create(&data, [&queue, &arrived, indefinitely](TestCommand &) {
             arrived.release();
-            while (forEver) {
+            while (indefinitely) {
                 queue.isProcessing();
             }
         }));

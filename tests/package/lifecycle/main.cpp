@@ -1,5 +1,5 @@
-// The library in a process that does not know it and treats it badly.
-// usage: surroundings CLIENT loading|asleep|executing   the latter two: a worker is destroyed in that state
+// The library in a process that loads it with a plugin, unloads that, and leaves workers behind.
+// usage: lifecycle CLIENT loading|asleep|executing   the latter two: a worker is destroyed in that state
 
 #include <QLibrary>
 
