@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 using TestCommandPointer = QSharedPointer<TestCommand>;
 
-/** Leaves out a command with the reference "refused". */
+/** Does not list commands with the reference "refused". */
 class RefusingScheduler : public CommandScheduler
 {
 public:
@@ -23,110 +23,21 @@ public:
     }
 };
 
-/** A queue that lists "listed" and "victim"; it holds the only references to "victim". */
-struct Fixture
+void noRecord(void (*call)(CommandQueue &queue, const TestCommandPointer &command))
 {
-    TestData listedData{u"listed"_s};
-    TestData victimData{u"victim"_s};
-    TestData refusedData{u"refused"_s};
-    TestCommandPointer listed = TestCommandPointer::create(&listedData);
-    QStringList destroyed; // what, and whether the mutex was locked
-    TestQueue queue{std::make_unique<RefusingScheduler>()};
+    CommandQueue queue;
+    call(queue, TestCommandPointer::create(nullptr));
+}
 
-    Fixture()
-    {
-        queue.addCommand(listed);
-        queue.addCommand(make(&victimData));
-    }
-    TestCommandPointer make(TestData *data)
-    {
-        auto command = TestCommandPointer::create(data);
-        command->destroyed = [this, data] {
-            destroyed.append(data->getReference() + (queue.isLocked() ? u" locked"_s : u" unlocked"_s));
-        };
-        return command;
-    }
-    void cancelVictim() { queue.cancelCommandByReference(u"victim"_s); }
-    template <typename Signal>
-    void once(Signal signal, const std::function<void()> &slot)
-    {
-        QObject::connect(
-            &queue, signal, &queue, slot, Qt::ConnectionType(Qt::DirectConnection | Qt::SingleShotConnection));
-    }
-};
-
-struct Release
+/** Starts a worker whose only command calls @p work. */
+void executeOnWorker(void (*work)(CommandQueueThread &worker))
 {
-    const char *name;
-    void (*operation)(Fixture &fixture);
-    const char *destroyed;
-};
-
-const Release releases[] = {
-    {"cancel", [](Fixture &f) { f.cancelVictim(); }, "victim unlocked"},
-    {"cancel in a slot of commandAdded",
-        [](Fixture &f) {
-            f.once(&CommandQueue::commandAdded, [&] { f.cancelVictim(); });
-            f.queue.addCommand(f.listed);
-        },
-        "victim unlocked"},
-    {"cancel in a slot of commandRemoved",
-        [](Fixture &f) {
-            f.once(&CommandQueue::commandRemoved, [&] { f.cancelVictim(); });
-            f.queue.cancelCommand(f.listed);
-        },
-        "victim unlocked"},
-    {"cancel in a slot of awaitingUserAction",
-        [](Fixture &f) {
-            f.once(&CommandQueue::awaitingUserAction, [&] { f.cancelVictim(); });
-            f.listedData.setStatus(CommandData::REQUIRE_USER_ACTION);
-            f.queue.process();
-        },
-        "victim unlocked"},
-    {"cancel in handleCancel()",
-        [](Fixture &f) {
-            f.listed->cancelHook = [&] { f.cancelVictim(); };
-            f.queue.cancelCommand(f.listed);
-        },
-        "victim unlocked"},
-    {"cancel in canBeStarted(), while the list is searched",
-        [](Fixture &f) {
-            f.listed->lookHook = [&] { f.cancelVictim(); };
-            f.queue.getNextCommandThatCanBeStarted();
-        },
-        "victim unlocked"},
-    {"cancel of a command that is not listed, in a slot",
-        [](Fixture &f) {
-            f.once(&CommandQueue::commandAdded, [&] { f.queue.cancelCommand(f.make(&f.refusedData)); });
-            f.queue.addCommand(f.listed);
-        },
-        "refused unlocked"},
-    {"add of a command that the scheduler refuses, in a slot",
-        [](Fixture &f) {
-            f.once(&CommandQueue::commandRemoved, [&] { f.queue.addCommand(f.make(&f.refusedData)); });
-            f.queue.cancelCommand(f.listed);
-        },
-        "refused unlocked"},
-    {"run", [](Fixture &f) { f.queue.process(); }, "victim unlocked"},
-    {"run in a slot",
-        [](Fixture &f) {
-            f.once(&CommandQueue::commandAdded, [&] { f.queue.process(); });
-            f.queue.addCommand(f.listed);
-        },
-        "victim unlocked"},
-    {"error in a run in a slot",
-        [](Fixture &f) {
-            f.queue.cancelCommand(f.listed);
-            f.cancelVictim();
-            f.destroyed.clear();
-            TestCommandPointer failing = f.make(&f.victimData);
-            failing->work = [](TestCommand &self) { self.setError(1); };
-            f.queue.addCommand(std::move(failing));
-            f.once(&CommandQueue::commandAdded, [&] { f.queue.process(); });
-            f.queue.addCommand(f.make(&f.refusedData));
-        },
-        "victim unlocked,refused unlocked"},
-};
+    CommandQueueThread worker;
+    TestData data{u"A"_s};
+    worker.getCommandQueue().addCommand(TestCommandPointer::create(&data, [&](TestCommand &) { work(worker); }));
+    worker.start();
+    worker.wait();
+}
 
 struct ForbiddenCall
 {
@@ -135,49 +46,34 @@ struct ForbiddenCall
     const char *message;
 };
 
-/** A worker that executes one command, which calls @p work. */
-void executeOnWorker(const std::function<void(CommandQueueThread &)> &work)
-{
-    CommandQueueThread worker;
-    TestData data{u"A"_s};
-    QSemaphore done;
-    worker.getCommandQueue().addCommand(TestCommandPointer::create(&data, [&](TestCommand &) {
-        work(worker);
-        done.release();
-    }));
-    worker.start();
-    done.acquire();
-    worker.stop();
-    worker.wait();
-}
-
-const ForbiddenCall forbiddenCalls[] = {
-    {"stop() in a slot",
+const ForbiddenCall forbiddenCallList[] = {
+    {"stop() under the lock",
         [] {
             CommandQueueThread worker;
+            CommandQueue &queue = worker.getCommandQueue();
             TestData data{u"A"_s};
-            QObject::connect(
-                &worker.getCommandQueue(), &CommandQueue::commandAdded, &worker, &CommandQueueThread::stop);
-            worker.getCommandQueue().addCommand(TestCommandPointer::create(&data));
+            QObject::connect(&queue, &CommandQueue::commandAdded, &worker, &CommandQueueThread::stop);
+            queue.addCommand(TestCommandPointer::create(&data));
         },
         "CommandQueueThread::stop: \"called with the queue's lock held\""},
     {"process() in handleExecute()",
         [] { executeOnWorker([](CommandQueueThread &worker) { worker.getCommandQueue().process(); }); },
         "CommandQueue::process: \"called while a run is under way\""},
-    {"process() beside the worker's",
+    {"process() on two threads",
         [] {
-            executeOnWorker(
-                [](CommandQueueThread &worker) { std::thread([&] { worker.getCommandQueue().process(); }).join(); });
+            executeOnWorker([](CommandQueueThread &worker) {
+                std::thread([&worker] { worker.getCommandQueue().process(); }).join();
+            });
         },
         "CommandQueue::process: \"called while a run is under way\""},
-    {"add without a record",
-        [] { CommandQueue().addCommand(TestCommandPointer::create(nullptr)); },
+    {"addCommand() without a record",
+        [] { noRecord([](auto &queue, auto &command) { queue.addCommand(command); }); },
         "CommandQueue::addCommand: \"the command has no record\""},
-    {"cancel without a record",
-        [] { CommandQueue().cancelCommand(TestCommandPointer::create(nullptr)); },
+    {"cancelCommand() without a record",
+        [] { noRecord([](auto &queue, auto &command) { queue.cancelCommand(command); }); },
         "CommandQueue::cancelCommand: \"the command has no record\""},
-    {"question without a record",
-        [] { CommandQueue().hasCommand(TestCommandPointer::create(nullptr).data()); },
+    {"hasCommand() without a record",
+        [] { noRecord([](auto &queue, auto &command) { queue.hasCommand(command.data()); }); },
         "CommandQueue::hasCommand: \"the command has no record\""},
 };
 } // namespace
@@ -190,17 +86,65 @@ class CommandQueueLockTest : public QObject
 private Q_SLOTS:
     void lastReferences_data()
     {
-        QTest::addColumn<const Release *>("release");
-        for (const Release &release : releases) {
-            QTest::newRow(release.name) << &release;
+        QTest::addColumn<QString>("place");
+        QTest::addColumn<QString>("operation");
+        const char *const places[] = {"nowhere", "added", "removed", "awaiting", "handleCancel", "canBeStarted"};
+        for (const char *place : places) {
+            for (const char *operation : {"cancel listed", "cancel unlisted", "add refused"}) {
+                QTest::addRow("%s in %s", operation, place)
+                    << QString::fromLatin1(place) << QString::fromLatin1(operation);
+            }
         }
+        QTest::newRow("run in added") << u"added"_s << u"run"_s;
+        QTest::newRow("error in added") << u"added"_s << u"error"_s;
     }
+    /** The queue has the last references to a command, and @p operation drops them in @p place. */
     void lastReferences()
     {
-        QFETCH(const Release *, release);
-        Fixture fixture;
-        release->operation(fixture);
-        QCOMPARE(fixture.destroyed.join(u','), QString::fromLatin1(release->destroyed));
+        QFETCH(const QString, place);
+        QFETCH(const QString, operation);
+        TestData data{u"data"_s};
+        TestData victimData{operation.endsWith(u"refused") ? u"refused"_s : u"victim"_s};
+        TestQueue queue(std::make_unique<RefusingScheduler>());
+        const auto command = TestCommandPointer::create(&data);
+        auto victim = TestCommandPointer::create(&victimData);
+        QStringList destroyed;
+        victim->destroyed = [&] { destroyed.append(queue.isLocked() ? u"locked"_s : u"unlocked"_s); };
+        if (operation == u"error") {
+            victim->work = [](TestCommand &self) { self.setError(1); };
+        }
+        queue.addCommand(command);
+        if (operation == u"cancel listed" || operation == u"run" || operation == u"error") {
+            queue.addCommand(std::exchange(victim, nullptr));
+        }
+        const auto dropIn = [&](const char *here) {
+            return [&, here] {
+                if (place != QLatin1String(here)) {
+                    return;
+                }
+                if (operation == u"cancel listed") {
+                    queue.cancelCommandByReference(u"victim"_s);
+                } else if (operation == u"cancel unlisted") {
+                    queue.cancelCommand(std::exchange(victim, nullptr));
+                } else if (operation == u"add refused") {
+                    queue.addCommand(std::exchange(victim, nullptr));
+                } else if (!queue.isProcessing()) {
+                    queue.process();
+                }
+            };
+        };
+        connect(&queue, &CommandQueue::commandAdded, &queue, dropIn("added"));
+        connect(&queue, &CommandQueue::commandRemoved, &queue, dropIn("removed"));
+        connect(&queue, &CommandQueue::awaitingUserAction, &queue, dropIn("awaiting"));
+        command->cancelHook = dropIn("handleCancel");
+        command->lookHook = dropIn("canBeStarted");
+
+        dropIn("nowhere")();
+        queue.addCommand(command);
+        data.setStatus(CommandData::REQUIRE_USER_ACTION);
+        queue.process();
+        queue.cancelCommand(command);
+        QCOMPARE(destroyed, QStringList{u"unlocked"_s});
     }
 
     void destructorMayStop()
@@ -210,54 +154,47 @@ private Q_SLOTS:
         TestData waiting{u"waiting"_s};
         TestData added{u"added"_s};
         queue.addCommand(TestCommandPointer::create(&waiting));
-        const auto addAndCancel = [&] {
-            auto command = TestCommandPointer::create(&added);
-            command->destroyed = [&] { worker.stop(); };
-            queue.addCommand(std::move(command));
-            queue.cancelCommandByReference(u"added"_s);
-        };
-        connect(&queue,
-            &CommandQueue::commandRemoved,
-            &queue,
-            addAndCancel,
-            Qt::ConnectionType(Qt::DirectConnection | Qt::SingleShotConnection));
+        connect(&queue, &CommandQueue::commandRemoved, &queue, [&](CommandData *removed) {
+            if (removed == &waiting) {
+                auto command = TestCommandPointer::create(&added);
+                command->destroyed = [&] { worker.stop(); };
+                queue.addCommand(std::move(command));
+                queue.cancelCommandByReference(u"added"_s);
+            }
+        });
         worker.stop();
-        QCOMPARE(added.getStatusAsString(), u"CANCELLED"_s);
+        QCOMPARE(added.getStatus(), CommandData::CANCELLED);
     }
 
     /** Each row ends a process of its own. */
     void forbiddenCalls_data()
     {
-        QTest::addColumn<const ForbiddenCall *>("forbidden");
-        for (const ForbiddenCall &forbidden : ::forbiddenCalls) {
-            QTest::newRow(forbidden.name) << &forbidden;
+        QTest::addColumn<int>("index");
+        for (int index = 0; index < int(std::size(forbiddenCallList)); ++index) {
+            QTest::newRow(forbiddenCallList[index].name) << index;
         }
     }
     void forbiddenCalls()
     {
 #ifdef QT_NO_DEBUG
-        QSKIP("a release build does not check them");
+        QSKIP("not checked in a release build");
 #endif
-        QFETCH(const ForbiddenCall *, forbidden);
+        QFETCH(const int, index);
         if (qEnvironmentVariableIsSet("TARNWICK_FORBIDDEN_CALL")) {
-            forbidden->call();
+            forbiddenCallList[index].call();
             return;
         }
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"TARNWICK_FORBIDDEN_CALL"_s, u"1"_s);
         process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(QCoreApplication::applicationFilePath(),
             {u"-nocrashhandler"_s, u"forbiddenCalls:"_s + QString::fromLatin1(QTest::currentDataTag())});
         QVERIFY(process.waitForFinished());
-        const QByteArray output = process.readAll();
-        QVERIFY2(output.contains(forbidden->message), output.constData());
+        const QByteArray output = process.readAllStandardOutput() + process.readAllStandardError();
+        QVERIFY2(output.contains(forbiddenCallList[index].message), output.constData());
     }
 };
-
-Q_DECLARE_METATYPE(const Release *)
-Q_DECLARE_METATYPE(const ForbiddenCall *)
 
 QTEST_GUILESS_MAIN(CommandQueueLockTest)
 #include "tst_commandqueuelock.moc"
