@@ -14,8 +14,8 @@
 class RetriedData : public PrioritisedData
 {
 public:
-    RetriedData(const QString &title, int priority, int maximumRetries)
-        : PrioritisedData(title, priority)
+    RetriedData(const QString &title, int commandPriority, int maximumRetries)
+        : PrioritisedData(title, commandPriority)
         , maximumRetries(maximumRetries)
     {
     }

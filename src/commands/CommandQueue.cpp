@@ -20,8 +20,8 @@ public:
         , deferred(deferred)
     {
         mutex.lock();
-        if (!deferred) {
-            deferred = &references;
+        if (!this->deferred) {
+            this->deferred = &references;
         }
     }
 
