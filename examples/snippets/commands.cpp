@@ -68,7 +68,7 @@ int main(int argc, char *argv[])
     CommandQueue &queue = worker.getCommandQueue();
     std::size_t waiting = records.size();
 
-    // With the application as context, the slots run on this thread, after the queue has gone on or paused.
+    // With the application as context, the slots run on this thread, after the queue has continued or paused.
     QObject::connect(&queue, &CommandQueue::commandRemoved, &application, [&](CommandData *data) {
         out << data->getTitle() << ": " << data->getStatusAsString();
         out << (data->getErrorCode() == 0 ? QString() : QStringLiteral(", ") + data->getErrorMessage()) << Qt::endl;
