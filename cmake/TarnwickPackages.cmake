@@ -1,6 +1,8 @@
 # The Debian packages that cpack makes, one for each component; scripts/check-packages.sh builds and checks them.
 
-set(CPACK_GENERATOR DEB)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    set(CPACK_GENERATOR DEB)
+endif()
 set(CPACK_PACKAGE_NAME tarnwick)
 set(CPACK_PACKAGE_CONTACT "Tarnwick maintainers <maintainers@tarnwick.invalid>")
 # Each package has a summary of its own, the first line of its description.
@@ -20,7 +22,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libtarnwick1)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
-# A program built with this version needs it or a later one of the same soname.
+# A program built with this version needs this or a later version of the same soname.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(
@@ -61,6 +63,6 @@ This package has the documentation of the library, as HTML and as Qt help
 for Qt Assistant and Qt Creator."
 )
 
-# What Debian wants in every package is added when the files of the components stand ready.
+# Adds what Debian requires in every package once the files of the components are installed.
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/packaging/debian/stage.cmake")
 include(CPack)

@@ -1,4 +1,5 @@
 #include <commands/CommandData.h>
+#include <commands/CommandQueue.h>
 #include <tarnwick_version.h>
 
 #include <string_view>
@@ -8,5 +9,6 @@ static_assert(TARNWICK_VERSION >= QT_VERSION_CHECK(1, 0, 0) && TARNWICK_VERSION 
 
 int main()
 {
-    return CommandData::RETRY_ERROR_CODE == -1 ? 0 : 1;
+    const CommandQueue queue;
+    return CommandData::RETRY_ERROR_CODE == -1 && queue.getCommands().isEmpty() ? 0 : 1;
 }

@@ -1,25 +1,36 @@
-# Installs the library into a fresh prefix, then configures, builds and runs the consumer project against it.
-# Arguments: BUILD_DIR, CONFIG, GENERATOR, CXX, SANITIZE.
+# Installs the library into a prefix, then configures, builds and runs the consumer project with it.
+# Arguments: KIND, "shared" or "static"; SOURCE_DIR and BUILD_DIR of the library; CONFIG; ARGUMENTS to configure a project;
+# EMULATOR to run a program. The shared library comes from BUILD_DIR and goes into a fresh prefix. The static library is
+# built here, and goes into the same prefix.
 
 set(prefix "${BUILD_DIR}/consumer-prefix")
-set(consumer_build "${BUILD_DIR}/consumer-build")
+set(consumer_build "${BUILD_DIR}/consumer-${KIND}")
 
 function(run)
     execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-file(REMOVE_RECURSE "${prefix}")
+if(KIND STREQUAL "shared")
+    file(REMOVE_RECURSE "${prefix}")
+else()
+    set(library_build "${BUILD_DIR}/static-library")
+    run(
+        ${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${library_build}" ${ARGUMENTS} -DBUILD_SHARED_LIBS=OFF
+        -DCMAKE_UNITY_BUILD=ON -DTARNWICK_BUILD_TESTS=OFF -DTARNWICK_BUILD_EXAMPLES=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
+    )
+    run(${CMAKE_COMMAND} --build "${library_build}" --config "${CONFIG}")
+    set(BUILD_DIR "${library_build}")
+endif()
 foreach(component IN ITEMS runtime development)
     run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --config "${CONFIG}" --prefix "${prefix}" --component ${component})
 endforeach()
 
-set(flags "")
-if(SANITIZE)
-    set(flags "-DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZE}")
-endif()
 run(
-    ${CMAKE_COMMAND} -S "${CMAKE_CURRENT_LIST_DIR}" -B "${consumer_build}" -G "${GENERATOR}"
-    "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_BUILD_TYPE=${CONFIG}" "-DCMAKE_CXX_COMPILER=${CXX}" ${flags}
+    ${CMAKE_COMMAND} --fresh -S "${CMAKE_CURRENT_LIST_DIR}" -B "${consumer_build}" ${ARGUMENTS} "-DCMAKE_PREFIX_PATH=${prefix}"
+    -DKIND=${KIND}
 )
 run(${CMAKE_COMMAND} --build "${consumer_build}" --config "${CONFIG}")
-run("${consumer_build}/consumer")
+if(CMAKE_HOST_WIN32)
+    set(ENV{PATH} "${prefix}/bin;$ENV{PATH}")
+endif()
+run(${EMULATOR} "${consumer_build}/consumer")
