@@ -1,5 +1,5 @@
 // Ratios to read, at the same number of decimal digits: ByConverter to ByGmp (at most 1 at 39 digits, 4 at 2,000),
-// and ByConverter to ByPlain, which works on the digit strings themselves.
+// and ByConverter to ByNaive, which works on the digit strings themselves.
 
 #include <numerics/BaseConverter.h>
 
@@ -24,7 +24,7 @@ std::string convertByGmp(const std::string &value, int sourceBase, int targetBas
     return result;
 }
 
-unsigned int readPlainly(const std::string &baseSet, const std::string &value)
+unsigned int readNaively(const std::string &baseSet, const std::string &value)
 {
     unsigned int result = 0;
     for (const char digit : value) {
@@ -33,7 +33,7 @@ unsigned int readPlainly(const std::string &baseSet, const std::string &value)
     return result;
 }
 
-std::string writePlainly(const std::string &baseSet, unsigned int value)
+std::string writeNaively(const std::string &baseSet, unsigned int value)
 {
     std::string result;
     do {
@@ -44,27 +44,27 @@ std::string writePlainly(const std::string &baseSet, unsigned int value)
     return result;
 }
 
-unsigned int dividePlainly(const std::string &baseSet, std::string &number, unsigned int divisor)
+unsigned int divideNaively(const std::string &baseSet, std::string &number, unsigned int divisor)
 {
     std::string quotient;
     const size_t length = number.size();
     for (size_t i = 0; i < length; ++i) {
         const size_t taken = i + 1 + number.size() - length;
-        const unsigned int value = readPlainly(baseSet, number.substr(0, taken));
+        const unsigned int value = readNaively(baseSet, number.substr(0, taken));
         quotient += baseSet[value / divisor];
-        number = writePlainly(baseSet, value % divisor) + number.substr(taken);
+        number = writeNaively(baseSet, value % divisor) + number.substr(taken);
     }
-    const unsigned int remainder = readPlainly(baseSet, number);
+    const unsigned int remainder = readNaively(baseSet, number);
     number = quotient.substr(std::min(quotient.find_first_not_of(baseSet.front()), quotient.size()));
     return remainder;
 }
 
-std::string convertPlainly(std::string value, const std::string &sourceBaseSet, const std::string &targetBaseSet)
+std::string convertNaively(std::string value, const std::string &sourceBaseSet, const std::string &targetBaseSet)
 {
     std::transform(value.begin(), value.end(), value.begin(), [](unsigned char c) { return char(std::toupper(c)); });
     std::string result;
     do {
-        result += targetBaseSet[dividePlainly(sourceBaseSet, value, unsigned(targetBaseSet.size()))];
+        result += targetBaseSet[divideNaively(sourceBaseSet, value, unsigned(targetBaseSet.size()))];
     } while (!value.empty());
     std::reverse(result.begin(), result.end());
     return result;
@@ -83,9 +83,9 @@ std::string toHexByGmp(const std::string &value)
     return convertByGmp(value, 10, -16);
 }
 
-std::string toHexPlainly(const std::string &value)
+std::string toHexNaively(const std::string &value)
 {
-    return convertPlainly(value, DECIMAL, HEX);
+    return convertNaively(value, DECIMAL, HEX);
 }
 
 std::string toDecimal(const std::string &value)
@@ -98,9 +98,9 @@ std::string toDecimalByGmp(const std::string &value)
     return convertByGmp(value, 16, 10);
 }
 
-std::string toDecimalPlainly(const std::string &value)
+std::string toDecimalNaively(const std::string &value)
 {
-    return convertPlainly(value, HEX, DECIMAL);
+    return convertNaively(value, HEX, DECIMAL);
 }
 
 // A fixed number of the given count of decimal digits, in decimal or in hexadecimal form.
@@ -127,9 +127,9 @@ void run(benchmark::State &state, Convert convert, Convert reference, bool isHex
 
 BENCHMARK_CAPTURE(run, toHexByConverter, toHex, toHexByGmp, false)->Arg(39)->Arg(2000)->Arg(20000);
 BENCHMARK_CAPTURE(run, toHexByGmp, toHexByGmp, toHexByGmp, false)->Arg(39)->Arg(2000)->Arg(20000);
-BENCHMARK_CAPTURE(run, toHexByPlain, toHexPlainly, toHexByGmp, false)->Arg(39)->Arg(2000);
+BENCHMARK_CAPTURE(run, toHexByNaive, toHexNaively, toHexByGmp, false)->Arg(39)->Arg(2000);
 BENCHMARK_CAPTURE(run, toDecimalByConverter, toDecimal, toDecimalByGmp, true)->Arg(39)->Arg(2000)->Arg(20000);
 BENCHMARK_CAPTURE(run, toDecimalByGmp, toDecimalByGmp, toDecimalByGmp, true)->Arg(39)->Arg(2000)->Arg(20000);
-BENCHMARK_CAPTURE(run, toDecimalByPlain, toDecimalPlainly, toDecimalByGmp, true)->Arg(39)->Arg(2000);
+BENCHMARK_CAPTURE(run, toDecimalByNaive, toDecimalNaively, toDecimalByGmp, true)->Arg(39)->Arg(2000);
 
 BENCHMARK_MAIN();

@@ -1,5 +1,5 @@
 // Ratios to read: Equal/* to QtEquality/* (at most 5), Reversed/*/100000 to Reversed/*/10000 (at most 15), and Reversed
-// to PlainReversed, which searches the second array for each element of the first.
+// to NaiveReversed, which searches the second array for each element of the first.
 
 #include <qtextensions/JsonCompare.h>
 
@@ -40,7 +40,7 @@ QJsonDocument makeDocument(Kind kind, int count, bool isReversed)
     return QJsonDocument::fromJson(QJsonDocument(array).toJson(QJsonDocument::Compact));
 }
 
-bool comparePlainly(const QJsonArray &first, QJsonArray second)
+bool compareNaively(const QJsonArray &first, QJsonArray second)
 {
     for (const QJsonValueConstRef value : first) {
         qsizetype i = 0;
@@ -85,12 +85,12 @@ void Reversed(benchmark::State &state)
     runComparison(state, true);
 }
 
-void PlainReversed(benchmark::State &state)
+void NaiveReversed(benchmark::State &state)
 {
     const QJsonArray first = makeDocument(Kind(state.range(0)), int(state.range(1)), false).array();
     const QJsonArray second = makeDocument(Kind(state.range(0)), int(state.range(1)), true).array();
     for (auto _ : state) {
-        if (!comparePlainly(first, second)) {
+        if (!compareNaively(first, second)) {
             state.SkipWithError("documents differ");
         }
     }
@@ -100,6 +100,6 @@ void PlainReversed(benchmark::State &state)
 BENCHMARK(Equal)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {100, 100000}});
 BENCHMARK(QtEquality)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {100, 100000}});
 BENCHMARK(Reversed)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {1000, 10000, 100000}});
-BENCHMARK(PlainReversed)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {1000}});
+BENCHMARK(NaiveReversed)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {1000}});
 
 BENCHMARK_MAIN();

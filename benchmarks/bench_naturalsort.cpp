@@ -1,4 +1,4 @@
-// NaturalSort::sort() against making collation keys and sorting them, and against the plain sort by comparison.
+// NaturalSort::sort() against making and sorting collation keys, and against the sort by comparison.
 
 #include <strings/NaturalSort.h>
 
@@ -30,7 +30,7 @@ QCollator makeCollator()
     return collator;
 }
 
-void sortPlainly(QList<QString> &list)
+void sortByComparison(QList<QString> &list)
 {
     const QCollator collator = makeCollator();
     std::sort(list.begin(), list.end(), [&collator](const QString &first, const QString &second) {
@@ -48,7 +48,7 @@ QList<QString> makeNames(int size, Kind kind)
         names.append(pattern.arg(random.bounded(50)).arg(random.bounded(size)));
     }
     if (kind == Kind::Sorted) {
-        sortPlainly(names);
+        sortByComparison(names);
     }
     return names;
 }
@@ -71,9 +71,9 @@ void naturalSort(benchmark::State &state, const char *locale, Kind kind)
     run(state, locale, kind, &NaturalSort::sort);
 }
 
-void plainSort(benchmark::State &state, const char *locale, Kind kind)
+void comparisonSort(benchmark::State &state, const char *locale, Kind kind)
 {
-    run(state, locale, kind, &sortPlainly);
+    run(state, locale, kind, &sortByComparison);
 }
 
 void keySort(benchmark::State &state, const char *locale, Kind kind)
@@ -92,15 +92,15 @@ void keySort(benchmark::State &state, const char *locale, Kind kind)
 
 BENCHMARK_CAPTURE(naturalSort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydaySize)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(keySort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydaySize)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(plainSort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydaySize)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(comparisonSort, ascii_en_US, "en_US", Kind::Ascii)->Arg(everydaySize)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(naturalSort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
 BENCHMARK_CAPTURE(keySort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
-BENCHMARK_CAPTURE(plainSort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
+BENCHMARK_CAPTURE(comparisonSort, umlauts_de_DE, "de_DE", Kind::Umlauts)->Arg(20)->Arg(everydaySize);
 BENCHMARK_CAPTURE(naturalSort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
 BENCHMARK_CAPTURE(keySort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
-BENCHMARK_CAPTURE(plainSort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
+BENCHMARK_CAPTURE(comparisonSort, sorted_de_DE, "de_DE", Kind::Sorted)->Arg(everydaySize);
 BENCHMARK_CAPTURE(naturalSort, ascii_C, "C", Kind::Ascii)->Arg(everydaySize);
-BENCHMARK_CAPTURE(plainSort, ascii_C, "C", Kind::Ascii)->Arg(everydaySize);
+BENCHMARK_CAPTURE(comparisonSort, ascii_C, "C", Kind::Ascii)->Arg(everydaySize);
 
 } // namespace
 

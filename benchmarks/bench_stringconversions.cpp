@@ -1,4 +1,4 @@
-#include "PlainConversions.h"
+#include "ReferenceConversions.h"
 
 #include <conversions/StringConversions.h>
 
@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-// Each conversion runs beside the plain sequence of calls to Qt, as "<name>/own" and "<name>/plain": the ratio of the
+// Each conversion runs beside the sequence of calls to Qt, as "<name>/own" and "<name>/reference": the ratio of the
 // two in one run is what counts. The number behind lists, point vectors and maps is how many elements they have.
 
 namespace {
@@ -47,25 +47,29 @@ void registerOne(const std::string &name, const std::vector<Input> &inputs, Conv
     });
 }
 
-template <typename Input, typename Own, typename Plain>
-void registerPair(const std::string &name, const std::vector<Input> &inputs, Own own, Plain plainly)
+template <typename Input, typename Own, typename Reference>
+void registerPair(const std::string &name, const std::vector<Input> &inputs, Own own, Reference reference)
 {
     registerOne(name + "/own", inputs, own);
-    registerOne(name + "/plain", inputs, plainly);
+    registerOne(name + "/reference", inputs, reference);
 }
 
 /** Benchmarks a writer on values that @p makeValue makes, and its reader on the texts of those. */
-template <typename MakeValue, typename Write, typename PlainWrite, typename Read, typename PlainRead>
-void registerForm(
-    const std::string &form, MakeValue makeValue, Write write, PlainWrite plainWrite, Read read, PlainRead plainRead)
+template <typename MakeValue, typename Write, typename ReferenceWrite, typename Read, typename ReferenceRead>
+void registerForm(const std::string &form,
+    MakeValue makeValue,
+    Write write,
+    ReferenceWrite referenceWrite,
+    Read read,
+    ReferenceRead referenceRead)
 {
     const auto values = makeInputs(makeValue);
     std::vector<QString> texts;
     for (const auto &value : values) {
-        texts.push_back(plainWrite(value));
+        texts.push_back(referenceWrite(value));
     }
-    registerPair(form + "/write", values, write, plainWrite);
-    registerPair(form + "/read", texts, read, plainRead);
+    registerPair(form + "/write", values, write, referenceWrite);
+    registerPair(form + "/read", texts, read, referenceRead);
 }
 
 void registerIntegers()
@@ -75,23 +79,23 @@ void registerIntegers()
         "QPoint",
         [] { return QPoint(randomInt(), randomInt()); },
         &Own::qpointToString,
-        &plain::qpointToString,
+        &reference::qpointToString,
         &Own::stringToQPoint,
-        &plain::stringToQPoint);
+        &reference::stringToQPoint);
     registerForm(
         "QSize",
         [] { return QSize(randomInt(), randomInt()); },
         &Own::qSizeToString,
-        &plain::qSizeToString,
+        &reference::qSizeToString,
         &Own::stringToQSize,
-        &plain::stringToQSize);
+        &reference::stringToQSize);
     registerForm(
         "QRect",
         [] { return QRect(randomInt(), randomInt(), randomInt(), randomInt()); },
         &Own::rectToString,
-        &plain::rectToString,
+        &reference::rectToString,
         &Own::stringToRect,
-        &plain::stringToRect);
+        &reference::stringToRect);
 }
 
 void registerReals()
@@ -102,30 +106,30 @@ void registerReals()
             "QPointF-" + std::to_string(precision) + "digits",
             [] { return QPointF(randomReal(), randomReal()); },
             [precision](const QPointF &point) { return Own::qpointfToString(point, precision); },
-            [precision](const QPointF &point) { return plain::qpointfToString(point, precision); },
+            [precision](const QPointF &point) { return reference::qpointfToString(point, precision); },
             &Own::stringToQPointF,
-            &plain::stringToQPointF);
+            &reference::stringToQPointF);
     }
     registerForm(
         "QSizeF",
         [] { return QSizeF(randomReal(), randomReal()); },
         &Own::qSizeFToString,
-        &plain::qSizeFToString,
+        &reference::qSizeFToString,
         &Own::stringToQSizeF,
-        &plain::stringToQSizeF);
+        &reference::stringToQSizeF);
     registerPair(
         "float/read",
         makeInputs([] { return QString::number(randomReal(), 'e', 8); }),
         [](const QString &text) { return Own::stringToFloat(text, 'e'); },
-        [](const QString &text) { return plain::stringToFloat(text, 'e'); });
+        [](const QString &text) { return reference::stringToFloat(text, 'e'); });
     // Quarters have few digits and short texts, as coordinates that a person enters.
     registerForm(
         "QSizeF-quarters",
         [] { return QSizeF(randomInt() / 4.0, randomInt() / 4.0); },
         &Own::qSizeFToString,
-        &plain::qSizeFToString,
+        &reference::qSizeFToString,
         &Own::stringToQSizeF,
-        &plain::stringToQSizeF);
+        &reference::stringToQSizeF);
 }
 
 void registerVectors(const std::string &suffix, int precision, bool fixed)
@@ -136,16 +140,16 @@ void registerVectors(const std::string &suffix, int precision, bool fixed)
         "QVector2D-" + suffix,
         [component] { return QVector2D(component(), component()); },
         [precision, fixed](const QVector2D &vector) { return Own::vector2DToString(vector, precision, fixed); },
-        [precision, fixed](const QVector2D &vector) { return plain::vector2DToString(vector, precision, fixed); },
+        [precision, fixed](const QVector2D &vector) { return reference::vector2DToString(vector, precision, fixed); },
         &Own::stringToVector2D,
-        &plain::stringToVector2D);
+        &reference::stringToVector2D);
     registerForm(
         "QVector3D-" + suffix,
         [component] { return QVector3D(component(), component(), component()); },
         [precision, fixed](const QVector3D &vector) { return Own::vector3DToString(vector, precision, fixed); },
-        [precision, fixed](const QVector3D &vector) { return plain::vector3DToString(vector, precision, fixed); },
+        [precision, fixed](const QVector3D &vector) { return reference::vector3DToString(vector, precision, fixed); },
         &Own::stringToVector3D,
-        &plain::stringToVector3D);
+        &reference::stringToVector3D);
 }
 
 QMatrix4x4 randomMatrix()
@@ -163,15 +167,15 @@ void registerMatrices(const std::string &suffix, QMatrix4x4 (*makeMatrix)(), QTr
         "QMatrix4x4-" + suffix,
         makeMatrix,
         [](const QMatrix4x4 &matrix) { return Own::matrix4x4ToString(matrix, u' '); },
-        [](const QMatrix4x4 &matrix) { return plain::matrix4x4ToString(matrix, u' '); },
+        [](const QMatrix4x4 &matrix) { return reference::matrix4x4ToString(matrix, u' '); },
         [](const QString &text) { return Own::stringToQMatrix4x4(text, u' '); },
-        [](const QString &text) { return plain::stringToQMatrix4x4Safe(text, u' ').value_or(QMatrix4x4()); });
+        [](const QString &text) { return reference::stringToQMatrix4x4Safe(text, u' ').value_or(QMatrix4x4()); });
     registerForm("QTransform-" + suffix,
         makeTransform,
         &Own::transformToString,
-        &plain::transformToString,
+        &reference::transformToString,
         &Own::stringToQTransform,
-        &plain::stringToQTransform);
+        &reference::stringToQTransform);
 }
 
 void registerCollections(std::size_t count)
@@ -190,34 +194,34 @@ void registerCollections(std::size_t count)
         versions.insert(key, QVersionNumber(i % 20, i % 300, i));
     }
     const std::vector<QMap<QString, QVersionNumber>> maps = {versions};
-    const auto plainList = [](const std::vector<int> &list) {
-        return plain::toString(list.data(), static_cast<int>(list.size()));
+    const auto referenceList = [](const std::vector<int> &list) {
+        return reference::toString(list.data(), static_cast<int>(list.size()));
     };
 
-    registerPair("list" + elements + "/write", lists, &Own::integerArrayToString, plainList);
+    registerPair("list" + elements + "/write", lists, &Own::integerArrayToString, referenceList);
     registerPair("list" + elements + "/read",
-        std::vector<QString>{plainList(lists[0])},
+        std::vector<QString>{referenceList(lists[0])},
         &Own::stringToIntegerArray,
-        &plain::stringToIntegerArray);
+        &reference::stringToIntegerArray);
     registerPair(
         "path" + elements + "/write",
         paths,
         [](const std::vector<QPointF> &path) { return Own::qpointfVectorToString(path, 17); },
-        [](const std::vector<QPointF> &path) { return plain::qpointfVectorToString(path, 17); });
+        [](const std::vector<QPointF> &path) { return reference::qpointfVectorToString(path, 17); });
     registerPair(
         "texts" + elements + "/write",
         std::vector<QMap<QString, QString>>{texts},
         [](const QMap<QString, QString> &map) { return Own::mapToString(map); },
-        [](const QMap<QString, QString> &map) { return plain::mapToString(map); });
+        [](const QMap<QString, QString> &map) { return reference::mapToString(map); });
     registerPair(
         "versions" + elements + "/write",
         maps,
         [](const QMap<QString, QVersionNumber> &map) { return Own::mapToString(map); },
-        [](const QMap<QString, QVersionNumber> &map) { return plain::mapToString(map); });
+        [](const QMap<QString, QVersionNumber> &map) { return reference::mapToString(map); });
     registerPair("versions" + elements + "/read",
-        std::vector<QString>{plain::mapToString(versions)},
+        std::vector<QString>{reference::mapToString(versions)},
         &Own::stringToStringVersionMap,
-        &plain::stringToStringVersionMap);
+        &reference::stringToStringVersionMap);
 }
 
 } // namespace

@@ -19,7 +19,7 @@ private Q_SLOTS:
     void countsFromManyThreadsForEachTypeApart()
     {
         for (const auto type : {ModificationLock::Data, ModificationLock::View}) {
-            // Each thread starts with a lock that was made on another one, and asks while it holds one of its own.
+            // Each thread destroys a lock of another thread and asks while it has one of its own.
             std::atomic<int> failures = 0;
             std::vector<std::thread> threads;
             for (int i = 0; i < 4; ++i) {

@@ -25,7 +25,11 @@ struct alignas(64) Demanding
     {
     }
 
-    Demanding &operator=(const Demanding &source) { return number = 10 * source.number, *this; }
+    Demanding &operator=(const Demanding &source)
+    {
+        number = 10 * source.number;
+        return *this;
+    }
 
     int number;
 };

@@ -1,5 +1,5 @@
 // Aims at: src/conversions
-#include "../../benchmarks/PlainConversions.h"
+#include "../../benchmarks/ReferenceConversions.h"
 #include "Fuzz.h"
 
 #include <conversions/StringConversions.h>
@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <functional>
 
-// Readers and writers of all forms, against the plain sequences of calls to Qt; values by their bits.
+// Readers and writers of all forms, against the sequence of calls to Qt; values by their bits.
 
 using namespace Qt::StringLiterals;
 
@@ -73,12 +73,12 @@ QString show(const std::vector<int> &values)
     return QDebug::toString(values);
 }
 
-template <typename OwnRead, typename PlainRead>
-Form reader(QChar separator, int wanted, OwnRead own, PlainRead plainly)
+template <typename OwnRead, typename ReferenceRead>
+Form reader(QChar separator, int wanted, OwnRead own, ReferenceRead reference)
 {
     return [=](Input &input) {
         const QString text = makeText(input, separator, wanted);
-        check(show(own(text)), show(plainly(text)), text);
+        check(show(own(text)), show(reference(text)), text);
     };
 }
 
@@ -86,7 +86,7 @@ void checkIntegerWriters(Input &input)
 {
     std::vector<int> values(std::size_t(input.below(100)));
     std::generate(values.begin(), values.end(), [&input] { return input.integer<int>() >> input.below(32); });
-    const QString expected = plain::toString(values.data(), int(values.size()));
+    const QString expected = reference::toString(values.data(), int(values.size()));
     check(Own::integerArrayToString(values), expected);
 }
 
@@ -101,10 +101,11 @@ void checkRealWriters(Input &input)
     const std::vector<QPointF> path(std::size_t(input.below(8)), QPointF(a, b));
     const QVector3D vector(x, y, -x);
     const QMatrix4x4 matrix(x, y, -x, 0, 1, -y, 0, 0, -1, 0.5, x, y, 0, 0, 0, 1);
-    check(Own::qpointfToString({a, b}, precision), plain::qpointfToString({a, b}, precision), values);
-    check(Own::qpointfVectorToString(path, precision), plain::qpointfVectorToString(path, precision), values);
-    check(Own::vector3DToString(vector, precision, fixed), plain::vector3DToString(vector, precision, fixed), values);
-    check(Own::matrix4x4ToString(matrix, u','), plain::matrix4x4ToString(matrix, u','), values);
+    check(Own::qpointfToString({a, b}, precision), reference::qpointfToString({a, b}, precision), values);
+    check(Own::qpointfVectorToString(path, precision), reference::qpointfVectorToString(path, precision), values);
+    check(
+        Own::vector3DToString(vector, precision, fixed), reference::vector3DToString(vector, precision, fixed), values);
+    check(Own::matrix4x4ToString(matrix, u','), reference::matrix4x4ToString(matrix, u','), values);
 }
 
 } // namespace
@@ -112,14 +113,14 @@ void checkRealWriters(Input &input)
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const auto readFloat = [](const QString &text) { return Own::stringToFloat(text, 'e'); };
-    static const auto readFloatPlainly = [](const QString &text) { return plain::stringToFloat(text, 'e'); };
+    static const auto readFloatByReference = [](const QString &text) { return reference::stringToFloat(text, 'e'); };
     static const Form forms[] = {&checkIntegerWriters,
         &checkRealWriters,
-        reader(u'e', 2, readFloat, readFloatPlainly),
-        reader(u' ', 8, &Own::stringToIntegerArray, &plain::stringToIntegerArray),
-        reader(u' ', 2, &Own::stringToQPointF, &plain::stringToQPointF),
-        reader(u' ', 2, &Own::stringToQSize, &plain::stringToQSize),
-        reader(u' ', 3, &Own::stringToVector3D, &plain::stringToVector3D)};
+        reader(u'e', 2, readFloat, readFloatByReference),
+        reader(u' ', 8, &Own::stringToIntegerArray, &reference::stringToIntegerArray),
+        reader(u' ', 2, &Own::stringToQPointF, &reference::stringToQPointF),
+        reader(u' ', 2, &Own::stringToQSize, &reference::stringToQSize),
+        reader(u' ', 3, &Own::stringToVector3D, &reference::stringToVector3D)};
     Input input(data, size);
     input.oneOf(forms)(input);
     return 0;

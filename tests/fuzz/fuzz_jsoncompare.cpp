@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <limits>
 
-// Documents and variations of them, against the plain definition.
+// Documents and variations of them, against the definition as documented.
 
 using namespace Qt::StringLiterals;
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-QString makePlainText(Input &input, char16_t firstLetter)
+QString makeAsciiAndLetters(Input &input, char16_t firstLetter)
 {
     QString text;
     for (int length = input.below(9); length > 0; --length) {
@@ -31,19 +31,19 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory);
     Input input(data, size);
     QLocale::setDefault(locales.at(input.integer<quint16>() % locales.size()));
-    const bool isPlain = !input.oneIn(4);
+    const bool isAsciiAndLetters = !input.oneIn(4);
     const auto firstLetter = input.integer<char16_t>();
     const QStringList pieces = {QString(), QChar(firstLetter), QChar(0x661), QChar(0x30fc), QChar(0xd83d)};
     QList<QString> list;
     while (!input.isAtEnd()) {
-        list.append(isPlain ? makePlainText(input, firstLetter) : input.text(pieces, 8));
+        list.append(isAsciiAndLetters ? makeAsciiAndLetters(input, firstLetter) : input.text(pieces, 8));
     }
     QList<QString> expected = list;
     expected.detach();
     NaturalSort::sort(list);
     QCollator collator;
     collator.setNumericMode(true);
-    for (qsizetype i = 0; isPlain && i < list.size(); ++i) {
+    for (qsizetype i = 0; isAsciiAndLetters && i < list.size(); ++i) {
         for (qsizetype j = i + 1; j < list.size(); ++j) {
             check(collator.compare(list.at(i), list.at(j)) <= 0, true, list.at(i) + u'|' + list.at(j));
         }

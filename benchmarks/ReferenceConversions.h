@@ -1,5 +1,5 @@
-#ifndef TARNWICK_BENCHMARKS_PLAINCONVERSIONS_H
-#define TARNWICK_BENCHMARKS_PLAINCONVERSIONS_H
+#ifndef TARNWICK_BENCHMARKS_REFERENCECONVERSIONS_H
+#define TARNWICK_BENCHMARKS_REFERENCECONVERSIONS_H
 
 #include <QDebug>
 #include <QList>
@@ -21,10 +21,10 @@
 #include <vector>
 
 /**
- * The conversions of StringConversions as plain sequences of calls to Qt, split, converted and joined by lists of
+ * The conversions of StringConversions as sequences of calls to Qt, split, converted and joined by lists of
  * strings: the measure of their speed in the benchmarks and of their results in the tests.
  */
-namespace plain {
+namespace reference {
 
 inline QString join(const QList<double> &values, QChar separator, char format, int precision)
 {
@@ -245,6 +245,6 @@ inline std::optional<QMap<QString, QVersionNumber>> stringToStringVersionMap(con
     return map;
 }
 
-} // namespace plain
+} // namespace reference
 
 #endif
