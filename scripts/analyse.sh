@@ -1,26 +1,29 @@
 #!/usr/bin/env bash
-# Looks for faults in src/ and examples/ without running anything: the warnings of clang, the checks that .clang-tidy names,
-# those of clazy's level 1, and cppcheck. Any finding is a failure.
+# Checks the format of all sources, the spelling of all texts, and src/ and examples/ without running anything: with the
+# warnings of clang, the checks of .clang-tidy, clazy's level 1, and cppcheck. Any finding is a failure.
 # usage: scripts/analyse.sh
 #
-# Nearly all of the time goes into the headers of Qt, so the sources of a target are analysed as one. Tests, benchmarks and
-# snippets are a program each, and would take six times as long as the rest: of these, what the compilers say has to do, and
-# what cppcheck, which does not read those headers, says of the snippets.
+# Most of the time goes into Qt's headers, so the sources of a target are analysed as one. Tests, benchmarks and snippets,
+# each a program of its own, would take six times as long; for them the warnings of the compilers suffice, and for the
+# snippets also cppcheck, which does not read Qt's headers.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh clang clang-tidy clazy cppcheck
-export build=build/analysis
-cmake -S . -B "$build" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=10 -DTARNWICK_WERROR=ON \
-    -DTARNWICK_BUILD_TESTS=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
+scripts/setup.sh clang clang-format-14 clang-tidy clazy codespell cppcheck
+
+# Formatters of other versions give other results.
+git ls-files -z --cached --others --exclude-standard '*.h' '*.cpp' | xargs -0 clang-format-14 --dry-run --Werror
+git grep -zIl '' -- ':!docs/abi' ':!*.ts' | xargs -0 codespell --ignore-words-list=shouldbe
+
+export build=build/tidy
+cmake --preset tidy --log-level=WARNING
 mapfile -t meta_objects < <(ninja -C "$build" -t targets all | sed -n 's/^\([^/ ]*_autogen\): phony$/\1/p')
 cmake --build "$build" --target "${meta_objects[@]}" >"$build/meta-objects.log" || {
     cat "$build/meta-objects.log" >&2
     exit 1
 }
 
-# Says what a tool found, and nothing, not even the number of what it suppressed, when it found nothing.
+# Prints what a tool found. Prints nothing, not even the number of suppressed findings, if it found nothing.
 analyse() { # TOOL [OPTION...] UNIT
     local output
     if ! output=$("$1" -p "$build" "${@:2}" 2>&1); then
@@ -30,18 +33,18 @@ analyse() { # TOOL [OPTION...] UNIT
 }
 export -f analyse
 
-# Left out of clazy: non-pod-global-static, since registrars of logging categories and the table of file errors are to be
-# there before the program begins.
+# Left out of clazy: non-pod-global-static. Registrars of logging categories and the table of file errors are made before
+# main() on purpose.
 sed -n 's/.*"file": "\(.*\)".*/\1/p' "$build/compile_commands.json" | grep -v -e /mocs_compilation.cpp -e /snippets/ |
     xargs -d '\n' -P "$(nproc)" -I '{}' bash -c '
         analyse clang-tidy --quiet "$1"; tidy=$?
         analyse clazy-standalone --checks=level1,no-non-pod-global-static "$1" && exit "$tidy"' - '{}'
 
 # Left out of cppcheck:
-# - useStlAlgorithm: it takes every loop for an algorithm that was missed, where few would be shorter.
-# - unreadVariable, variableScope: what is declared in front of a locker so that it dies after it is never read.
-# - noExplicitConstructor of Optional: that a value turns into an optional is its interface.
-# - knownConditionTrueFalse, nullPointer of CommandQueue: it believes that no search finds anything.
+# - useStlAlgorithm: it suggests an algorithm for every loop; few would be shorter.
+# - unreadVariable, variableScope: a variable declared before a locker, to be destroyed after it, is never read.
+# - noExplicitConstructor of Optional: the conversion from a value is part of the interface.
+# - knownConditionTrueFalse, nullPointer of CommandQueue: it assumes that a search never finds anything.
 cppcheck -j "$(nproc)" --quiet --error-exitcode=1 --language=c++ --std=c++17 --library=qt \
     --enable=warning,performance,portability,style --suppress=useStlAlgorithm --suppress=unreadVariable \
     --suppress=variableScope --suppress=noExplicitConstructor:src/foundation/Optional.h \

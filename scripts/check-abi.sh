@@ -1,27 +1,51 @@
 #!/usr/bin/env bash
-# Compares the binary interface of the library, with the layout of its classes, their virtual tables and all signatures, to
-# the stored one, docs/abi/baseline.xml, and says what has changed. Any change is a failure.
-# usage: scripts/check-abi.sh [--update]   with --update the interface as it is becomes the stored one
-#
-# Both have to come from the same compiler and Qt: those of Debian bookworm.
+# Compares the binary interface of this checkout with that of a release: the layout of classes, virtual tables and
+# signatures. The release is built from its commit in a worktree under build/abi.
+# usage: scripts/check-abi.sh [COMMIT]   default: the last tag
+# exit code: 0 if nothing has changed or there are only additions; 1 if clients break; 2 if there is nothing to compare with
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+if ! release=${1:-$(git describe --tags --abbrev=0 2>/dev/null)}; then
+    echo "check-abi: there is no tag to compare with; name a commit: scripts/check-abi.sh COMMIT" >&2
+    exit 2
+fi
+if ! git rev-parse --quiet --verify "$release^{commit}" >/dev/null; then
+    echo "check-abi: no such commit: $release" >&2
+    exit 2
+fi
 scripts/setup.sh abigail-tools
-build=build/abi
-baseline=docs/abi/baseline.xml
-[ "${1:-}" = --update ] && new=$baseline || new=$build/interface.xml
+worktree=build/abi/release
 
-# All sources in one unit, and not optimised: of a class that several units know, abidw loses the functions that are not in
-# the first, and of functions that an optimiser finds to be alike it loses all but one.
-cmake -S . -B "$build" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 \
-    -DTARNWICK_BUILD_TESTS=OFF -DTARNWICK_BUILD_EXAMPLES=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
-cmake --build "$build" --target Tarnwick
-abidw --suppressions docs/abi/foreign.suppr --exported-interfaces-only --no-show-locs --no-corpus-path --no-comp-dir-path \
-    --no-elf-needed --no-architecture --no-parameter-names --out-file "$new" "$build/src/libTarnwick.so"
+# All sources in one unit, not optimised: libabigail loses functions of a class that several units know, and all but one of
+# functions that the optimiser merges.
+build_library() { # SOURCE BUILD
+    cmake -S "$1" -B "$2" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Debug \
+        -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 \
+        -DTARNWICK_BUILD_TESTS=OFF -DTARNWICK_BUILD_EXAMPLES=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
+    cmake --build "$2" --target Tarnwick
+}
 
-if [ "$new" != "$baseline" ] && ! abidiff --leaf-changes-only "$baseline" "$new"; then
-    echo 'check-abi: the binary interface has changed; see "Changing the interface" in CONTRIBUTING.md' >&2
+git worktree prune
+[ -e "$worktree" ] || git worktree add --quiet --force --detach "$worktree" "$release"
+git -C "$worktree" checkout --quiet --detach "$release"
+build_library "$worktree" build/abi/release-build
+build_library . build/abi/checkout-build
+
+# Bit 4 of abidiff's exit code is any change, bit 8 one that breaks clients; 1 and 2 are errors.
+result=0
+abidiff --headers-dir1 "$worktree/src" --headers-dir2 src --drop-private-types \
+    build/abi/release-build/src/libTarnwick.so build/abi/checkout-build/src/libTarnwick.so || result=$?
+if ((result & 3)); then
+    echo "check-abi: abidiff failed" >&2
+    exit 2
+fi
+if ((result & 8)); then
+    echo 'check-abi: clients break; see "Changing the interface" in CONTRIBUTING.md' >&2
     exit 1
+fi
+if ((result == 0)); then
+    echo "check-abi: nothing has changed since $release"
+else
+    echo "check-abi: changes since $release that break no client are listed above; read them"
 fi

@@ -1,14 +1,32 @@
 #!/usr/bin/env bash
-# Digests all files under a folder with the example file-digest, which it builds first.
-# usage: scripts/demo.sh [FOLDER]   without one: this checkout
+# Digests files, and all files in folders, with the example file-digest, which it builds first. Skips .git and folders
+# named "build" inside folders.
+# usage: scripts/demo.sh [FILE|FOLDER...]   default: this checkout
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-# Standard output is the demo's alone.
+[ $# -gt 0 ] || set -- "$root"
+for path in "$@"; do
+    case $path in
+    -h | --help)
+        echo "usage: scripts/demo.sh [FILE|FOLDER...]   default: this checkout"
+        exit
+        ;;
+    esac
+    if [ ! -e "$path" ]; then
+        echo "demo: no such file or folder: $path" >&2
+        exit 2
+    fi
+done
+
+# Standard output has the digests only.
 (
     cd "$root"
-    scripts/setup.sh
-    cmake --preset release --log-level=WARNING
-    cmake --build --preset release --target file-digest
+    echo "== packages"
+    scripts/setup.sh --library
+    echo "== build"
+    cmake --preset demo --log-level=WARNING
+    cmake --build --preset demo
+    echo "== digests"
 ) >&2
-exec "$root/build/release/examples/file-digest/file-digest" "${1:-$root}"
+exec "$root/build/demo/examples/file-digest/file-digest" --exclude .git --exclude build -- "$@"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs each target of tests/fuzz with libFuzzer, under the address and undefined behaviour sanitizers, and prints how much
-# it has covered of the code that it aims at. Any finding is a failure: its input is in build/fuzz/findings, and the fix
-# adds it as a row to a test.
+# of the code under test it has covered. Any finding is a failure. Its input is in build/fuzz/findings; the fix adds it as a
+# row to a test.
 # usage: scripts/fuzz.sh SECONDS   for each target
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -9,10 +9,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 seconds=$1
 build=build/fuzz
 scripts/setup.sh clang-14 libclang-rt-14-dev llvm-14
-cmake -S . -B "$build" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-    -DCMAKE_CXX_FLAGS="-fprofile-instr-generate -fcoverage-mapping -D_GLIBCXX_ASSERTIONS -DQT_FORCE_ASSERTS" \
-    -DTARNWICK_SANITIZE=address,undefined,fuzzer-no-link -DTARNWICK_BUILD_EXAMPLES=OFF -DTARNWICK_BUILD_BENCHMARKS=OFF
-cmake --build "$build" --target fuzz
+cmake --preset fuzz --log-level=WARNING
+cmake --build --preset fuzz
 
 rm -rf "$build/work"
 mkdir -p "$build/findings"

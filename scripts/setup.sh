@@ -1,21 +1,25 @@
 #!/usr/bin/env bash
-# Installs with apt-get what the build needs and this machine lacks. Asks nothing; installs nothing where nothing is
-# missing.
-# usage: scripts/setup.sh [PACKAGE...]   further packages that the caller needs
+# Installs with apt-get the packages that are missing. Asks nothing.
+# usage: scripts/setup.sh [--library] [PACKAGE...]   default: what development needs; with --library: what the library
+#                                                    and the examples need; in addition the packages that are named
 set -euo pipefail
 
-packages=(
-    g++ cmake ninja-build git
-    qt6-base-dev                                       # the library
-    qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools   # tests: compiling a translation
-    libgmp-dev                                         # tests and benchmarks: the oracle of the base converter
-    doxygen                                            # tests: checking the documentation
-    spin                                               # tests: searching the model of the worker
-    pkgconf                                            # tests: a client that finds the library by pkg-config
-    gdb                                                # tests: the printers for it
-    libbenchmark-dev                                   # benchmarks
-    "$@"
-)
+packages=(g++ cmake ninja-build qt6-base-dev)
+if [ "${1:-}" = --library ]; then
+    shift
+else
+    packages+=(
+        git
+        qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools   # tests: compiles a translation
+        libgmp-dev                                         # tests and benchmarks: the oracle of the base converter
+        doxygen                                            # tests: checks the documentation
+        spin                                               # tests: searches the model of the worker
+        pkgconf                                            # tests: a client that uses the pkg-config module
+        gdb                                                # tests: the printers for GDB
+        libbenchmark-dev                                   # benchmarks
+    )
+fi
+packages+=("$@")
 
 installed() {
     [ "$(dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | head -c 2)" = ii ]

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the library with everything around it and passes its tests.
-# usage: scripts/test.sh [PRESET...]   presets of CMakePresets.json; without one: dev
+# Builds everything and runs the tests.
+# usage: scripts/test.sh [PRESET...]   presets of CMakePresets.json: dev, release, asan; default: dev
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -10,5 +10,5 @@ for preset in "$@"; do
     echo "== $preset"
     cmake --preset "$preset" --log-level=WARNING
     cmake --build --preset "$preset"
-    ctest --preset "$preset"
+    ctest --preset "$preset" --parallel "$(nproc)"
 done
