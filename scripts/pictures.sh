@@ -18,7 +18,7 @@ trap 'kill $monitor $screen 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 mkdir -p "$images"
 cd "$work"
 
-# The screen has the size of the window and chooses its own number. The C locale would have no natural order.
+# The screen has the size of the window and chooses its own number. The locale gives the language.
 mkfifo display
 Xvfb -displayfd 3 -screen 0 900x560x24 -nolisten tcp 3>display 2>/dev/null &
 screen=$!
@@ -76,11 +76,7 @@ open_monitor "$program" "scans/scan 1.tif" "scans/scan 2.tif" "scans/scan 3.tif"
 press ctrl+s
 focus "Save Digests"
 xdotool key ctrl+a type "$work/scans.sha256"
-press Return
-focus "Queue monitor"
-press ctrl+r
-focus "Overwrite."
-sleep 1
+press Return # and the question appears
 take user-action
 
 ls -l "$images"

@@ -18,7 +18,7 @@ void processCommandLine(QCommandLineParser &parser)
     // QCommandLineParser::process() would end the process with the exit code 1.
     if (!parser.parse(QCoreApplication::arguments())) {
         QTextStream(stderr) << QCoreApplication::applicationName() << ": "_L1 << parser.errorText() << Qt::endl;
-        std::exit(usageFailure);
+        std::exit(usageFailure); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
     }
     if (parser.isSet(help)) {
         parser.showHelp();

@@ -29,7 +29,7 @@ public:
     QString getTitle() const override;
     QString getTypeName() const override;
 
-    /** Returns the size that the file had when its digest was begun or resumed; 0 before. */
+    /** Returns the size of the file when the command was last executed; before, what setTotalBytes() was given, or 0. */
     qint64 getTotalBytes() const;
     void setTotalBytes(qint64 bytes);
 

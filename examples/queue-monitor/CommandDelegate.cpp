@@ -1,11 +1,12 @@
 #include "CommandDelegate.h"
 
 #include "CommandListModel.h"
-#include "StatusColor.h"
+#include "StatusLook.h"
 
 #include <numerics/ColorUtil.h>
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
@@ -13,16 +14,16 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int margin = 6; // pixels
-constexpr int statusCharacters = 20; // room for the longest status
+constexpr int statusCharacters = 20; // enough for the longest status
 constexpr double detailShare = 0.7; // of the text's colour in a mix with the base
 constexpr double frameShare = 0.4; // likewise
 
 struct Layout
 {
-    explicit Layout(const QStyleOptionViewItem &option)
+    Layout(const QStyleOptionViewItem &option, bool hasProgress)
     {
         const QRect area = option.rect.adjusted(margin, margin, -margin, -margin);
-        const int rightWidth = statusCharacters * option.fontMetrics.averageCharWidth();
+        const int rightWidth = std::min(statusCharacters * option.fontMetrics.averageCharWidth(), area.width() / 3);
         const int lineHeight = area.height() / 2;
         badge = QRect(area.topLeft(), QSize(area.height(), area.height()));
         title = QRect(badge.right() + 2 * margin, area.top(), 0, lineHeight);
@@ -30,6 +31,9 @@ struct Layout
         detail = title.translated(0, lineHeight);
         status = QRect(area.right() - rightWidth, area.top(), rightWidth, lineHeight);
         progress = status.translated(0, lineHeight);
+        if (!hasProgress) {
+            detail.setRight(area.right());
+        }
     }
 
     QRect badge;
@@ -39,23 +43,18 @@ struct Layout
     QRect progress;
 };
 
-void drawText(QPainter *painter, const QRect &rect, const QString &text, const QColor &color, Qt::TextElideMode elide)
+void drawBadge(QPainter *painter, const QRect &rect, const StatusLook &look)
 {
-    painter->setPen(color);
-    painter->drawText(rect,
-        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-        painter->fontMetrics().elidedText(text, elide, rect.width()));
-}
-
-void drawBadge(
-    QPainter *painter, const QRect &rect, const QString &text, CommandData::Status status, const QPalette &palette)
-{
+    QFont font = painter->font();
+    font.setBold(true);
+    font.setPixelSize(rect.height() / 2);
+    painter->setFont(font);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(statusBackground(status, palette));
-    painter->drawRoundedRect(rect, margin, margin);
-    painter->setPen(statusColor(status, palette));
-    painter->drawText(rect, Qt::AlignCenter, text);
+    painter->setBrush(look.background);
+    painter->drawEllipse(rect);
+    painter->setPen(look.color);
+    painter->drawText(rect, Qt::AlignCenter, look.glyph);
 }
 
 void drawProgress(QPainter *painter, const QRect &rect, int percent, const QStyleOptionViewItem &option)
@@ -87,24 +86,39 @@ CommandDelegate::CommandDelegate(QObject *parent)
 
 void CommandDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const Layout layout(option);
-    const QPalette &palette = option.palette;
     const auto status = static_cast<CommandData::Status>(index.data(CommandListModel::StatusRole).toInt());
+    const bool isRunning = status == CommandData::PROCESSING;
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    const Layout layout(option, isRunning);
+    const QPalette &palette = option.palette;
+    const StatusLook look = lookOf(status, palette);
     const QColor text = palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
-    const QColor statusText = isSelected ? text : statusColor(status, palette);
-    const bool isDimmed = !isSelected && status != CommandData::ERR;
-    const QColor detailText = isDimmed ? ColorUtil::interpolate(text, palette.base().color(), detailShare) : statusText;
+    const QColor dimmed = isSelected ? text : ColorUtil::interpolate(text, palette.base().color(), detailShare);
+    const QColor statusText = isSelected ? text : look.color;
+    const bool hasDigest = !index.data(CommandListModel::DigestRole).toString().isEmpty();
+    QFont titleFont = option.font;
+    titleFont.setStrikeOut(status == CommandData::CANCELLED);
+    QFont digestFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    digestFont.setPointSizeF(option.font.pointSizeF());
+    const auto draw = [&](const QRect &rect, int role, const QColor &color, const QFont &font) {
+        painter->setFont(font);
+        painter->setPen(color);
+        const QString shown = QFontMetrics(font).elidedText(index.data(role).toString(), Qt::ElideMiddle, rect.width());
+        painter->drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    };
 
     painter->save();
-    painter->setFont(option.font);
     option.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-    drawText(painter, layout.title, index.data().toString(), text, Qt::ElideMiddle);
-    drawText(painter, layout.detail, index.data(CommandListModel::DetailRole).toString(), detailText, Qt::ElideMiddle);
-    drawText(
-        painter, layout.status, index.data(CommandListModel::StatusNameRole).toString(), statusText, Qt::ElideRight);
-    drawProgress(painter, layout.progress, index.data(CommandListModel::ProgressRole).toInt(), option);
-    drawBadge(painter, layout.badge, index.data(CommandListModel::KindRole).toString(), status, palette);
+    draw(layout.title, Qt::DisplayRole, status == CommandData::CANCELLED ? dimmed : text, titleFont);
+    draw(layout.detail,
+        CommandListModel::DetailRole,
+        status == CommandData::ERR ? statusText : dimmed,
+        hasDigest ? digestFont : option.font);
+    draw(layout.status, CommandListModel::StatusNameRole, statusText, option.font);
+    if (isRunning) {
+        drawProgress(painter, layout.progress, index.data(CommandListModel::ProgressRole).toInt(), option);
+    }
+    drawBadge(painter, layout.badge, look);
     painter->restore();
 }
 

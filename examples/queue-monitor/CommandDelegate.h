@@ -6,7 +6,8 @@
 /**
  * @brief Paints a row of a CommandListModel on two lines, in the colours of the view's palette.
  *
- * Ahead stands a badge with the kind of the command, then title over detail, and at the right status over progress bar.
+ * A glyph shows the status at the left. Then come title and detail, and at the right the status, with a progress bar
+ * while the command runs.
  */
 class CommandDelegate : public QStyledItemDelegate
 {

@@ -2,11 +2,9 @@
 
 #include "DigestCommandData.h"
 #include "MonitorLog.h"
+#include "StatusLook.h"
 
 #include <commands/CommandQueue.h>
-#include <strings/StringUtility.h>
-
-#include <QMetaEnum>
 
 #include <algorithm>
 
@@ -16,51 +14,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto refreshDelay = 40ms; // what the eye takes for at once
-constexpr int complete = 100; // percent
-
-// "REQUIRE_USER_ACTION" reads "Require user action".
-QString statusName(CommandData::Status status)
-{
-    if (status == CommandData::ERR) {
-        return u"Error"_s;
-    }
-    const char *const key = QMetaEnum::fromType<CommandData::Status>().valueToKey(status);
-    return StringUtility::makeFirstCharacterUpperLowerTheRest(
-        StringUtility::removeInvalidCharacters(QString::fromLatin1(key)));
-}
-
-// "save digests" becomes "SD".
-QString initials(const QString &typeName)
-{
-    QString first;
-    QString last;
-    StringUtility::patientNameToFirstLastName(typeName, first, last);
-    return StringUtility::getPatientInitials(last, first).toUpper();
-}
-
-int progressOf(const CommandData &record, CommandData::Status status)
-{
-    if (status == CommandData::FINISHED) {
-        return complete;
-    }
-    const auto *const digest = qobject_cast<const DigestCommandData *>(&record);
-    if (!digest) {
-        return 0;
-    }
-    const qint64 total = std::max<qint64>(digest->getTotalBytes(), 1); // a file can grow while it is read
-    return static_cast<int>(complete * std::min(digest->getDigestedBytes(), total) / total);
-}
-
-QString detailOf(const CommandData &record, CommandData::Status status)
-{
-    if (status == CommandData::ERR) {
-        return record.getErrorMessage();
-    }
-    const auto *const digest = qobject_cast<const DigestCommandData *>(&record);
-    return digest && status == CommandData::FINISHED ? QString::fromLatin1(digest->getDigest().toHex())
-                                                     : record.getDescription();
-}
-
 } // namespace
 
 CommandListModel::CommandListModel()
@@ -90,12 +43,19 @@ void CommandListModel::append(std::vector<std::unique_ptr<CommandData>> records)
             record.get(), &CommandData::progressUpdated, this, &CommandListModel::markOutdated, Qt::QueuedConnection);
         rowOfRecord.insert(record.get(), rowCount());
         listedReferences.insert(record->getReference());
-        const CommandData::Status status = record->getStatus();
-        ++counts[status];
-        rows.push_back({std::move(record), status});
+        const auto *const digest = qobject_cast<const DigestCommandData *>(record.get());
+        rows.push_back({std::move(record), digest});
+        count(rows.back(), 1);
+        update(rows.back());
     }
     endInsertRows();
     Q_EMIT refreshed();
+}
+
+void CommandListModel::relist(const CommandData *record)
+{
+    listedReferences.insert(record->getReference());
+    markOutdated(record);
 }
 
 void CommandListModel::clear()
@@ -106,7 +66,7 @@ void CommandListModel::clear()
     beginRemoveRows(QModelIndex(), 0, rowCount() - 1);
     rows.clear();
     rowOfRecord.clear();
-    counts.clear();
+    summary = {};
     outdatedRows.clear();
     endRemoveRows();
     Q_EMIT refreshed();
@@ -122,10 +82,14 @@ qsizetype CommandListModel::getListedCount() const
     return listedReferences.size();
 }
 
-int CommandListModel::getCount(CommandData::Status status) const
+const CommandListModel::Summary &CommandListModel::getSummary() const
 {
-    const auto found = counts.find(status);
-    return found == counts.end() ? 0 : found->second;
+    return summary;
+}
+
+bool CommandListModel::hasEnded(CommandData::Status status)
+{
+    return status == CommandData::FINISHED || status == CommandData::CANCELLED || status == CommandData::ERR;
 }
 
 CommandData *CommandListModel::getRecord(int row) const
@@ -150,19 +114,19 @@ QVariant CommandListModel::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return row.record->getDescription();
     case Qt::AccessibleTextRole:
-        return u"%1, %2, %3 %, %4"_s.arg(row.record->getTitle(), statusName(row.status))
-            .arg(row.progress)
-            .arg(detailOf(*row.record, row.status));
+        return u"%1, %2, %3 %, %4"_s.arg(row.record->getTitle(), lookOf(row.status).name)
+            .arg(progressOf(row))
+            .arg(detailOf(row));
     case StatusRole:
         return static_cast<int>(row.status);
     case StatusNameRole:
-        return statusName(row.status);
-    case KindRole:
-        return initials(row.record->getTypeName());
+        return lookOf(row.status).name;
     case ProgressRole:
-        return row.progress;
+        return progressOf(row);
     case DetailRole:
-        return detailOf(*row.record, row.status);
+        return detailOf(row);
+    case DigestRole:
+        return digestOf(row);
     default:
         return {};
     }
@@ -208,12 +172,54 @@ void CommandListModel::refresh()
 void CommandListModel::update(Row &row)
 {
     row.isOutdated = false;
+    count(row, -1);
     const CommandData::Status status = row.record->getStatus();
-    row.progress = progressOf(*row.record, status);
-    if (status == row.status) {
+    const bool isChanged = std::exchange(row.status, status) != status;
+    if (row.digest) {
+        row.digestedBytes = row.digest->getDigestedBytes();
+        row.remainingBytes =
+            hasEnded(status) ? 0 : std::max<qint64>(row.digest->getTotalBytes() - row.digestedBytes, 0);
+    }
+    count(row, 1);
+    if (isChanged) {
+        qCDebug(monitorLog, "%s: %s", qUtf8Printable(row.record->getTitle()), qUtf8Printable(lookOf(status).name));
+    }
+}
+
+void CommandListModel::count(const Row &row, int sign)
+{
+    if (!row.digest) {
         return;
     }
-    --counts[std::exchange(row.status, status)];
-    ++counts[status];
-    qCDebug(monitorLog, "%s: %s", qUtf8Printable(row.record->getTitle()), qUtf8Printable(statusName(status)));
+    summary.digests += sign;
+    summary.finished += row.status == CommandData::FINISHED ? sign : 0;
+    summary.failed += row.status == CommandData::ERR ? sign : 0;
+    summary.cancelled += row.status == CommandData::CANCELLED ? sign : 0;
+    summary.digestedBytes += sign * row.digestedBytes;
+    summary.remainingBytes += sign * row.remainingBytes;
+}
+
+int CommandListModel::progressOf(const Row &row)
+{
+    if (row.status == CommandData::FINISHED) {
+        return 100;
+    }
+    const qint64 total = row.digestedBytes + row.remainingBytes;
+    return hasEnded(row.status) || total == 0 ? 0 : static_cast<int>(100 * row.digestedBytes / total);
+}
+
+QString CommandListModel::digestOf(const Row &row)
+{
+    const bool hasDigest = row.digest && row.status == CommandData::FINISHED;
+    return hasDigest ? QString::fromLatin1(row.digest->getDigest().toHex()) : QString();
+}
+
+QString CommandListModel::detailOf(const Row &row)
+{
+    const QString path = row.record->getDescription();
+    if (row.status == CommandData::ERR) {
+        return u"%1: %2"_s.arg(row.record->getErrorMessage(), path);
+    }
+    const QString digest = digestOf(row);
+    return digest.isEmpty() ? path : digest;
 }

@@ -8,11 +8,11 @@
 #include <QSet>
 #include <QTimer>
 
-#include <map>
 #include <memory>
 #include <vector>
 
 class CommandQueue;
+class DigestCommandData;
 
 /**
  * @brief Lists commands by their records, which it owns, while they wait, run, and have left the queue.
@@ -34,13 +34,24 @@ class CommandListModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    /** What a row has beside its title, the DisplayRole. */
+    /** The roles of a row besides DisplayRole, its title. */
     enum Role {
         StatusRole = Qt::UserRole, ///< CommandData::Status as int
-        StatusNameRole, ///< the status in words
-        KindRole, ///< the kind of command, shortened to its initials
+        StatusNameRole, ///< the name of the status
         ProgressRole, ///< how much of the work is done, in percent
-        DetailRole ///< the error message, the digest, or what the command works on
+        DetailRole, ///< the error message and the path, the digest, or the path
+        DigestRole ///< the digest in hexadecimal digits, empty if there is none
+    };
+
+    /** Counts of the rows with digests of files. */
+    struct Summary
+    {
+        int digests = 0; ///< all of them
+        int finished = 0;
+        int failed = 0;
+        int cancelled = 0;
+        qint64 digestedBytes = 0;
+        qint64 remainingBytes = 0; ///< of the commands that have not ended
     };
 
     CommandListModel();
@@ -49,8 +60,11 @@ public:
     /** Connects itself to the signals of @p queue. */
     void follow(const CommandQueue &queue);
 
-    /** Appends a row for each of @p records. To be called before their commands are given to a queue. */
+    /** Appends a row for each of @p records. Must be called before their commands are added to a queue. */
     void append(std::vector<std::unique_ptr<CommandData>> records);
+
+    /** Prepares a record whose command has left the queue for a new command, which is added to a queue after this. */
+    void relist(const CommandData *record);
 
     /** Removes all rows and destroys their records, if no command is listed any more; otherwise does nothing. */
     void clear();
@@ -61,8 +75,11 @@ public:
     /** Returns how many commands are listed by a queue or about to be. */
     qsizetype getListedCount() const;
 
-    /** Returns how many rows show @p status. */
-    int getCount(CommandData::Status status) const;
+    /** Returns the counts of all rows with digests of files, as they are shown. */
+    const Summary &getSummary() const;
+
+    /** Returns whether a command with @p status is done with, successfully or not. */
+    static bool hasEnded(CommandData::Status status);
 
     /** Returns the record of a row, valid until clear(). */
     CommandData *getRecord(int row) const;
@@ -75,11 +92,14 @@ Q_SIGNALS:
     void refreshed();
 
 private:
+    // The numbers are those shown.
     struct Row
     {
         std::unique_ptr<CommandData> record;
-        CommandData::Status status = CommandData::OTHER; // as shown
-        int progress = 0; // as shown
+        const DigestCommandData *digest = nullptr; // the record, if it is one of a digest
+        CommandData::Status status = CommandData::OTHER;
+        qint64 digestedBytes = 0;
+        qint64 remainingBytes = 0;
         bool isOutdated = false;
     };
 
@@ -87,11 +107,15 @@ private:
     void markRemoved(const CommandData *record);
     void refresh();
     void update(Row &row);
+    void count(const Row &row, int sign);
+    static int progressOf(const Row &row);
+    static QString digestOf(const Row &row);
+    static QString detailOf(const Row &row);
 
     std::vector<Row> rows;
     QHash<const CommandData *, int> rowOfRecord;
     QSet<QString> listedReferences;
-    std::map<CommandData::Status, int> counts; // of the rows, by the status that they show
+    Summary summary;
     std::vector<int> outdatedRows;
     QTimer refreshTimer;
 };

@@ -1,57 +1,29 @@
 #include "CommandListView.h"
 
-#include <qtextensions/QTouchToQMouseEventConversion.h>
-
-#include <QCoreApplication>
-#include <QMouseEvent>
+#include <QPainter>
 
 CommandListView::CommandListView(QWidget *parent)
     : QListView(parent)
 {
     setUniformItemSizes(true);
     setSelectionMode(ExtendedSelection);
-    viewport()->setAttribute(Qt::WA_AcceptTouchEvents);
 }
 
 void CommandListView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles)
 {
-    // QListView would measure every row again, in case that one has another height now; here none ever has.
+    // QListView would measure every row again. Here the height never changes.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
 }
 
-bool CommandListView::viewportEvent(QEvent *event)
+void CommandListView::paintEvent(QPaintEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::TouchBegin:
-        pressAt(static_cast<QTouchEvent *>(event));
-        return true; // accepted as it comes, so the rest of the touch arrives here, too
-    case QEvent::TouchUpdate:
-        return true;
-    case QEvent::TouchEnd:
-    case QEvent::TouchCancel:
-        release();
-        return true;
-    default:
-        return QListView::viewportEvent(event);
+    QListView::paintEvent(event);
+    if (model()->rowCount() == 0) {
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect(),
+            Qt::AlignCenter | Qt::TextWordWrap,
+            tr("Drop files here or press %1").arg(QKeySequence(QKeySequence::Open).toString(QKeySequence::NativeText)));
     }
-}
-
-void CommandListView::pressAt(const QTouchEvent *event)
-{
-    QMouseEvent press = qtextensions::QTouchToQMouseEventConversion(event);
-    pressed = press.position();
-    QCoreApplication::sendEvent(viewport(), &press);
-}
-
-// A press without an end would leave the list selecting.
-void CommandListView::release()
-{
-    QMouseEvent event(QEvent::MouseButtonRelease,
-        pressed,
-        viewport()->mapToGlobal(pressed),
-        Qt::LeftButton,
-        Qt::NoButton,
-        Qt::NoModifier);
-    QCoreApplication::sendEvent(viewport(), &event);
 }

@@ -3,11 +3,10 @@
 
 #include <QListView>
 
-class QTouchEvent;
-
 /**
- * @brief A list of rows of one height that stays quick with a hundred thousand of them, and takes a touch for a press
- * of the left mouse button.
+ * @brief A list of rows of equal height that stays fast with a hundred thousand of them.
+ *
+ * Shows a hint while it is empty.
  */
 class CommandListView : public QListView
 {
@@ -16,17 +15,11 @@ class CommandListView : public QListView
 public:
     explicit CommandListView(QWidget *parent = nullptr);
 
-    /** Repaints what is visible of the change, and lays nothing out anew. */
+    /** Repaints the visible part of the change, without a new layout. */
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
 
 protected:
-    bool viewportEvent(QEvent *event) override;
-
-private:
-    void pressAt(const QTouchEvent *event);
-    void release();
-
-    QPointF pressed; // where the last touch began
+    void paintEvent(QPaintEvent *event) override;
 };
 
 #endif

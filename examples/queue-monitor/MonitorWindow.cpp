@@ -5,31 +5,32 @@
 #include "FolderListing.h"
 #include "LogMenu.h"
 #include "SaveCommandData.h"
-#include "StatusColor.h"
+#include "SelectionMenu.h"
+#include "StatusPanel.h"
 
 #include <conversions/StringConversions.h>
 #include <strings/NaturalSort.h>
 #include <strings/StringUtility.h>
 
+#include <QApplication>
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QFileDialog>
-#include <QGuiApplication>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QSize firstSize(900, 560);
+constexpr QSize leastSize(320, 240);
 const QString placeKey = u"window/place"_s; // "x,y,width,height"
 
 } // namespace
@@ -38,44 +39,48 @@ MonitorWindow::MonitorWindow(QWidget *parent)
     : QMainWindow(parent)
 {
     setWindowTitle(tr("Queue monitor"));
+    setMinimumSize(leastSize);
+    setAcceptDrops(true);
     makeActions();
+    makeList();
     makeMenus();
     makeToolBar();
-    makeList();
-    stateLabel = new QLabel(this);
-    countLabel = new QLabel(this);
-    statusBar()->addWidget(stateLabel);
-    statusBar()->addPermanentWidget(countLabel);
+    statusPanel = new StatusPanel(this);
+    statusBar()->addWidget(statusPanel, 1);
     connect(&controller, &QueueController::stateChanged, this, &MonitorWindow::showState);
+    connect(&controller, &QueueController::answerNeeded, this, &MonitorWindow::askToOverwrite);
     restorePlace();
     showState();
 }
 
 MonitorWindow::~MonitorWindow()
 {
-    delete list; // ahead of the model that it shows
+    delete list; // before the model that it shows
 }
 
-QAction *MonitorWindow::makeAction(const QString &text, const QKeySequence &shortcut, Slot slot)
+template <typename Receiver>
+QAction *MonitorWindow::makeAction(
+    const QString &text, const QKeySequence &shortcut, Receiver *receiver, void (Receiver::*slot)())
 {
     auto *const action = new QAction(text, this);
     action->setShortcut(shortcut);
     action->setToolTip(u"%1 (%2)"_s.arg(action->iconText(), shortcut.toString(QKeySequence::NativeText)));
-    connect(action, &QAction::triggered, this, slot);
+    connect(action, &QAction::triggered, receiver, slot);
     return action;
 }
 
 void MonitorWindow::makeActions()
 {
-    addFilesAction = makeAction(tr("Add &Files..."), QKeySequence::Open, &MonitorWindow::askForFiles);
-    addFolderAction = makeAction(tr("Add F&older..."), tr("Ctrl+Shift+O"), &MonitorWindow::askForFolder);
-    saveAction = makeAction(tr("&Save Digests..."), QKeySequence::Save, &MonitorWindow::askForTarget);
-    clearAction = makeAction(tr("C&lear List"), tr("Ctrl+L"), &MonitorWindow::clear);
-    pauseAction = makeAction(tr("&Pause"), tr("Ctrl+P"), &MonitorWindow::pause);
-    goOnAction = makeAction(tr("&Go On"), tr("Ctrl+G"), &MonitorWindow::goOn);
-    cancelAction = makeAction(tr("&Cancel Selected"), QKeySequence::Delete, &MonitorWindow::cancelSelected);
-    answerAction = makeAction(tr("&Answer..."), tr("Ctrl+R"), &MonitorWindow::askToOverwrite);
-    stopAction = makeAction(tr("S&top"), tr("Ctrl+T"), &MonitorWindow::stop);
+    using Window = MonitorWindow;
+    using Queue = QueueController;
+    addFilesAction = makeAction(tr("Add &Files..."), QKeySequence::Open, this, &Window::askForFiles);
+    addFolderAction = makeAction(tr("Add F&older..."), tr("Ctrl+Shift+O"), this, &Window::askForFolder);
+    saveAction = makeAction(tr("&Save Digests..."), QKeySequence::Save, this, &Window::askForTarget);
+    clearAction = makeAction(tr("C&lear List"), tr("Ctrl+Shift+Del"), &controller.getModel(), &CommandListModel::clear);
+    // At most one of these two is enabled.
+    pauseAction = makeAction(tr("&Pause"), Qt::Key_Pause, &controller, &Queue::pause);
+    goOnAction = makeAction(tr("&Go On"), Qt::Key_Pause, &controller, &Queue::goOn);
+    stopAction = makeAction(tr("S&top..."), QKeySequence::Cancel, this, &Window::askToStop);
 }
 
 void MonitorWindow::makeMenus()
@@ -83,9 +88,31 @@ void MonitorWindow::makeMenus()
     QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
     fileMenu->addActions({addFilesAction, addFolderAction, saveAction, clearAction});
     fileMenu->addSeparator();
-    fileMenu->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
-    menuBar()->addMenu(tr("&Queue"))->addActions({pauseAction, goOnAction, cancelAction, answerAction, stopAction});
+    fileMenu->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close)->setMenuRole(QAction::QuitRole);
+    menuBar()->addMenu(new SelectionMenu(list, controller, this));
+    QMenu *const queueMenu = menuBar()->addMenu(tr("&Queue"));
+    queueMenu->addActions({pauseAction, goOnAction});
+    queueMenu->addSeparator();
+    queueMenu->addAction(stopAction);
     menuBar()->addMenu(new LogMenu(this));
+    makeHelpMenu();
+}
+
+void MonitorWindow::makeHelpMenu()
+{
+    QMenu *const menu = menuBar()->addMenu(tr("&Help"));
+    const auto addText = [this, menu](const QString &title, const QString &text) {
+        return menu->addAction(title, this, [this, title, text] { QMessageBox::about(this, title, text); });
+    };
+    addText(tr("Help"),
+        tr("Add files or folders, or drop them here. Each file becomes a command of the queue, which computes its "
+           "SHA-256 digest.\n\nThe context menu of a row copies the digest, opens the folder, tries again or "
+           "cancels.\n\nSave Digests writes a file that sha256sum -c can check."))
+        ->setShortcut(QKeySequence::HelpContents);
+    addText(tr("About"),
+        tr("Queue monitor %1, an example of the library Tarnwick").arg(QCoreApplication::applicationVersion()))
+        ->setMenuRole(QAction::AboutRole);
+    menu->addAction(tr("About Qt"), qApp, &QApplication::aboutQt)->setMenuRole(QAction::AboutQtRole);
 }
 
 void MonitorWindow::makeToolBar()
@@ -93,9 +120,10 @@ void MonitorWindow::makeToolBar()
     QToolBar *const toolBar = addToolBar(tr("Commands"));
     toolBar->setMovable(false);
     toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    toolBar->addActions({addFilesAction, addFolderAction, saveAction});
+    toolBar->addActions({addFilesAction, addFolderAction, saveAction, pauseAction, goOnAction});
+    toolBar->insertSeparator(pauseAction);
     toolBar->addSeparator();
-    toolBar->addActions({pauseAction, goOnAction, cancelAction, answerAction, stopAction});
+    toolBar->addAction(stopAction);
     for (QAction *const action : toolBar->actions()) {
         toolBar->widgetForAction(action)->setFocusPolicy(action->isSeparator() ? Qt::NoFocus : Qt::TabFocus);
     }
@@ -107,12 +135,6 @@ void MonitorWindow::makeList()
     list->setAccessibleName(tr("Commands"));
     list->setItemDelegate(new CommandDelegate(list));
     list->setModel(&controller.getModel());
-    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MonitorWindow::showState);
-    connect(list, &QAbstractItemView::activated, this, [this](const QModelIndex &index) {
-        if (controller.getModel().getRecord(index.row()) == controller.getAwaitingRecord()) {
-            askToOverwrite();
-        }
-    });
     setCentralWidget(list);
     list->setFocus();
 }
@@ -133,19 +155,48 @@ void MonitorWindow::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
+void MonitorWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls() && addFilesAction->isEnabled()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MonitorWindow::dropEvent(QDropEvent *event)
+{
+    QStringList paths;
+    for (const QUrl &url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            paths.append(url.toLocalFile());
+        }
+    }
+    event->acceptProposedAction();
+    addPaths(paths);
+}
+
 void MonitorWindow::addPaths(QStringList paths)
 {
     for (QString &path : paths) {
         path = QFileInfo(path).absoluteFilePath();
     }
     NaturalSort::sort(paths);
-    controller.digest(listFiles(paths).files);
+    const FolderListing listing = listFiles(paths);
+    controller.digest(listing.files);
+    if (!listing.failures.isEmpty()) {
+        QMessageBox::warning(this, tr("Add Folder"), listing.failures.join(u'\n'));
+    }
+}
+
+QFileDialog *MonitorWindow::makeFileDialog(const QString &title)
+{
+    auto *const dialog = new QFileDialog(this, title);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    return dialog;
 }
 
 void MonitorWindow::askForFiles()
 {
-    auto *const dialog = new QFileDialog(this, tr("Add Files"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QFileDialog *const dialog = makeFileDialog(tr("Add Files"));
     dialog->setFileMode(QFileDialog::ExistingFiles);
     connect(dialog, &QFileDialog::filesSelected, this, &MonitorWindow::addPaths);
     dialog->open();
@@ -153,8 +204,7 @@ void MonitorWindow::askForFiles()
 
 void MonitorWindow::askForFolder()
 {
-    auto *const dialog = new QFileDialog(this, tr("Add Folder"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QFileDialog *const dialog = makeFileDialog(tr("Add Folder"));
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     connect(dialog, &QFileDialog::filesSelected, this, &MonitorWindow::addPaths);
@@ -163,66 +213,35 @@ void MonitorWindow::askForFolder()
 
 void MonitorWindow::askForTarget()
 {
-    auto *const dialog = new QFileDialog(this, tr("Save Digests"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QFileDialog *const dialog = makeFileDialog(tr("Save Digests"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setOption(QFileDialog::DontConfirmOverwrite); // the command asks when its turn comes
+    dialog->setOption(QFileDialog::DontConfirmOverwrite); // askToOverwrite() does
     dialog->selectFile(StringUtility::stringToSafeFileName(dialog->directory().dirName()) + ".sha256"_L1);
-    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) { controller.saveDigests(path); });
+    connect(dialog, &QFileDialog::fileSelected, &controller, &QueueController::saveDigests);
     dialog->open();
 }
 
-void MonitorWindow::askToOverwrite()
+void MonitorWindow::askToOverwrite(SaveCommandData *record)
 {
-    const SaveCommandData *const record = controller.getAwaitingRecord();
-    if (!record) {
-        return;
-    }
     auto *const box = new QMessageBox(QMessageBox::Question,
-        tr("Overwrite?"),
-        tr("%1 exists already.").arg(QFileInfo(record->getTarget()).fileName()),
-        QMessageBox::NoButton,
+        tr("Save Digests"),
+        tr("%1 exists. Overwrite it?").arg(QFileInfo(record->getTarget()).fileName()),
+        QMessageBox::Yes | QMessageBox::No,
         this);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(tr("The queue waits for your answer."));
-    QPushButton *const overwrite = box->addButton(tr("&Overwrite"), QMessageBox::AcceptRole);
-    QPushButton *const keep = box->addButton(tr("&Keep It"), QMessageBox::DestructiveRole);
-    box->addButton(tr("Answer &Later"), QMessageBox::RejectRole);
-    box->setDefaultButton(keep);
-    connect(overwrite, &QPushButton::clicked, this, [this] { controller.answer(true); });
-    connect(keep, &QPushButton::clicked, this, [this] { controller.answer(false); });
+    box->setDefaultButton(QMessageBox::No);
+    connect(box, &QMessageBox::finished, &controller, [this, record](int button) {
+        controller.answer(record, button == QMessageBox::Yes);
+    });
     box->open();
 }
 
-void MonitorWindow::pause()
+void MonitorWindow::askToStop()
 {
-    controller.pause();
-}
-
-void MonitorWindow::goOn()
-{
-    controller.goOn();
-}
-
-void MonitorWindow::cancelSelected()
-{
-    QModelIndexList selected = list->selectionModel()->selectedIndexes();
-    std::sort(selected.begin(), selected.end()); // the queue looks for each from its front
-    std::vector<const CommandData *> records;
-    for (const QModelIndex &index : std::as_const(selected)) {
-        records.push_back(controller.getModel().getRecord(index.row()));
+    if (QMessageBox::question(this, tr("Stop"), tr("Cancel all commands that have not finished?"))
+        == QMessageBox::Yes) {
+        controller.stop();
     }
-    controller.cancel(records);
-}
-
-void MonitorWindow::stop()
-{
-    controller.stop();
-}
-
-void MonitorWindow::clear()
-{
-    controller.getModel().clear();
 }
 
 void MonitorWindow::showState()
@@ -236,31 +255,7 @@ void MonitorWindow::showState()
     }
     clearAction->setEnabled(model.rowCount() > 0 && !hasListed);
     pauseAction->setEnabled(state == State::Running);
-    goOnAction->setEnabled(state == State::Paused && hasListed);
-    cancelAction->setEnabled(hasListed && list->selectionModel()->hasSelection());
-    answerAction->setEnabled(state == State::AwaitingAnswer);
+    goOnAction->setEnabled(state == State::Paused);
     stopAction->setEnabled(hasListed && state != State::Stopping);
-    stateLabel->setText(describeState());
-    countLabel->setText(tr("%1 of %2 finished, %3 failed, %4 cancelled")
-                            .arg(model.getCount(CommandData::FINISHED))
-                            .arg(model.rowCount())
-                            .arg(model.getCount(CommandData::ERR))
-                            .arg(model.getCount(CommandData::CANCELLED)));
-}
-
-QString MonitorWindow::describeState() const
-{
-    switch (controller.getState()) {
-    case QueueController::State::Idle:
-        return tr("Idle");
-    case QueueController::State::Running:
-        return tr("Running");
-    case QueueController::State::Paused:
-        return tr("Paused");
-    case QueueController::State::AwaitingAnswer:
-        return tr("Waits for your answer (%1)").arg(answerAction->shortcut().toString(QKeySequence::NativeText));
-    case QueueController::State::Stopping:
-        break;
-    }
-    return tr("Stopping");
+    statusPanel->update(controller);
 }

@@ -6,14 +6,13 @@
 #include <QMainWindow>
 
 class CommandListView;
-class QLabel;
-class QMenu;
-class QToolBar;
+class QFileDialog;
+class StatusPanel;
 
 /**
  * @brief Shows the commands of a QueueController and offers what can be done with them in menus and a toolbar.
  *
- * Its place on the screen is kept in QSettings, as text.
+ * Files and folders can be dropped onto it. It keeps its place on the screen in QSettings, as text.
  */
 class MonitorWindow : public QMainWindow
 {
@@ -28,41 +27,39 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
-    using Slot = void (MonitorWindow::*)();
-
-    QAction *makeAction(const QString &text, const QKeySequence &shortcut, Slot slot);
+    template <typename Receiver>
+    QAction *makeAction(
+        const QString &text, const QKeySequence &shortcut, Receiver *receiver, void (Receiver::*slot)());
     void makeActions();
     void makeMenus();
     void makeToolBar();
     void makeList();
+    void makeHelpMenu();
+    QFileDialog *makeFileDialog(const QString &title);
     void restorePlace();
 
     void askForFiles();
     void askForFolder();
     void askForTarget();
-    void askToOverwrite();
-    void pause();
-    void goOn();
-    void cancelSelected();
-    void stop();
-    void clear();
+    void askToOverwrite(SaveCommandData *record);
+    void askToStop();
+    void showHelp();
+    void showAbout();
     void showState();
-    QString describeState() const;
 
     QueueController controller;
     CommandListView *list = nullptr;
-    QLabel *stateLabel = nullptr;
-    QLabel *countLabel = nullptr;
+    StatusPanel *statusPanel = nullptr;
     QAction *addFilesAction = nullptr;
     QAction *addFolderAction = nullptr;
     QAction *saveAction = nullptr;
     QAction *clearAction = nullptr;
     QAction *pauseAction = nullptr;
     QAction *goOnAction = nullptr;
-    QAction *cancelAction = nullptr;
-    QAction *answerAction = nullptr;
     QAction *stopAction = nullptr;
 };
 

@@ -5,15 +5,7 @@
 #include "SaveCommand.h"
 #include "SaveCommandData.h"
 
-namespace {
-
-bool hasEnded(const CommandData &record)
-{
-    const CommandData::Status status = record.getStatus();
-    return status == CommandData::FINISHED || status == CommandData::CANCELLED || status == CommandData::ERR;
-}
-
-} // namespace
+#include <QFileInfo>
 
 QueueController::QueueController()
 {
@@ -37,18 +29,10 @@ QueueController::State QueueController::getState() const
     if (isStopping) {
         return State::Stopping;
     }
-    if (awaitingRecord) {
-        return State::AwaitingAnswer;
-    }
     if (isHeld) {
         return State::Paused;
     }
     return model.getListedCount() > 0 ? State::Running : State::Idle;
-}
-
-const SaveCommandData *QueueController::getAwaitingRecord() const
-{
-    return awaitingRecord;
 }
 
 void QueueController::digest(const std::vector<ListedFile> &files)
@@ -62,40 +46,50 @@ void QueueController::digest(const std::vector<ListedFile> &files)
         }
         paths.insert(file.path);
         auto record = std::make_unique<DigestCommandData>(file.path, file.name);
+        record->setTotalBytes(QFileInfo(file.path).size());
         commands.push_back(QSharedPointer<DigestCommand>::create(record.get()));
         records.push_back(std::move(record));
     }
-    add(commands, std::move(records));
+    model.append(std::move(records)); // before the commands, whose signals look for their rows
+    for (const QSharedPointer<Command> &command : commands) {
+        add(command);
+    }
+    Q_EMIT stateChanged();
 }
 
 void QueueController::saveDigests(const QString &target)
 {
-    std::vector<const DigestCommandData *> digests;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        if (const auto *const record = qobject_cast<const DigestCommandData *>(model.getRecord(row))) {
-            digests.push_back(record);
-        }
-    }
     auto record = std::make_unique<SaveCommandData>(target);
-    const std::vector<QSharedPointer<Command>> commands{
-        QSharedPointer<SaveCommand>::create(record.get(), std::move(digests))};
+    const QSharedPointer<Command> command = makeSaveCommand(record.get());
     std::vector<std::unique_ptr<CommandData>> records;
     records.push_back(std::move(record));
-    add(commands, std::move(records));
+    model.append(std::move(records));
+    add(command);
+    Q_EMIT stateChanged();
 }
 
-void QueueController::add(
-    const std::vector<QSharedPointer<Command>> &commands, std::vector<std::unique_ptr<CommandData>> records)
+QSharedPointer<Command> QueueController::makeSaveCommand(SaveCommandData *record)
 {
-    model.append(std::move(records)); // ahead of the commands, whose signals look for their rows
-    for (const QSharedPointer<Command> &command : commands) {
-        queue().addCommand(command);
-        // An added command wakes the worker, which ends a pause; a pause right after it voids that.
-        if (isHeld) {
-            queue().pause();
+    std::vector<const DigestCommandData *> digests;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (const auto *const digest = qobject_cast<const DigestCommandData *>(model.getRecord(row))) {
+            digests.push_back(digest);
         }
     }
-    Q_EMIT stateChanged();
+    return QSharedPointer<SaveCommand>::create(record, std::move(digests));
+}
+
+void QueueController::add(const QSharedPointer<Command> &command)
+{
+    queue().addCommand(command);
+    // An added command wakes the worker, which ends a pause. A pause right after it voids that wake-up.
+    if (isHeld) {
+        queue().pause();
+    }
+    auto *const record = qobject_cast<SaveCommandData *>(command->getCommandData());
+    if (record && record->getStatus() == CommandData::REQUIRE_USER_ACTION) {
+        Q_EMIT answerNeeded(record);
+    }
 }
 
 void QueueController::pause()
@@ -112,32 +106,46 @@ void QueueController::goOn()
     Q_EMIT stateChanged();
 }
 
-void QueueController::cancel(const std::vector<const CommandData *> &records)
+void QueueController::cancel(const std::vector<CommandData *> &records)
 {
     for (const CommandData *const record : records) {
-        // What has ended need not be looked for in the whole list. By reference and not by pointer: a command that ends
-        // just now is not listed any more and stays as it ended.
-        if (!hasEnded(*record)) {
+        // The queue searches its list, so skip what has ended. Cancel by reference and not by pointer: a command that
+        // ends just now is not listed any more and keeps its status.
+        if (!CommandListModel::hasEnded(record->getStatus())) {
             queue().cancelCommandByReference(record->getReference());
         }
     }
-    if (awaitingRecord && awaitingRecord->getStatus() == CommandData::CANCELLED) {
-        awaitingRecord = nullptr;
-        restartUnlessHeld(); // the queue would stay paused behind the question
+    restartUnlessHeld(); // the queue stays paused otherwise if it waited for the answer to one of them
+    Q_EMIT stateChanged();
+}
+
+void QueueController::tryAgain(const std::vector<CommandData *> &records)
+{
+    for (CommandData *const record : records) {
+        if (record->getStatus() == CommandData::FINISHED || model.isListed(record->getReference())) {
+            continue;
+        }
+        model.relist(record);
+        if (auto *const save = qobject_cast<SaveCommandData *>(record)) {
+            save->checkTarget();
+            add(makeSaveCommand(save));
+        } else {
+            add(QSharedPointer<DigestCommand>::create(static_cast<DigestCommandData *>(record)));
+        }
     }
     Q_EMIT stateChanged();
 }
 
-void QueueController::answer(bool overwrite)
+void QueueController::answer(SaveCommandData *record, bool overwrite)
 {
-    if (!awaitingRecord) {
+    if (record->getStatus() != CommandData::REQUIRE_USER_ACTION) {
         return;
     }
     if (!overwrite) {
-        cancel({awaitingRecord});
+        cancel({record});
         return;
     }
-    std::exchange(awaitingRecord, nullptr)->allowOverwriting();
+    record->allowOverwriting();
     restartUnlessHeld();
     Q_EMIT stateChanged();
 }
@@ -146,7 +154,6 @@ void QueueController::stop()
 {
     isStopping = true;
     isHeld = false;
-    awaitingRecord = nullptr;
     worker->stop();
     Q_EMIT stateChanged();
 }
@@ -155,13 +162,14 @@ void QueueController::startWorker()
 {
     worker = std::make_unique<CommandQueueThread>();
     model.follow(queue());
-    connect(&queue(), &CommandQueue::awaitingUserAction, this, &QueueController::awaitAnswer, Qt::QueuedConnection);
+    connect(
+        &queue(), &CommandQueue::awaitingUserAction, this, &QueueController::restartIfAnswered, Qt::QueuedConnection);
     connect(worker.get(), &QThread::finished, this, &QueueController::renewWorker, Qt::QueuedConnection);
     worker->start();
 }
 
-// A stop cannot be undone, so another worker takes the place of the stopped one. What its signals have reported stands
-// ahead of this call in the event queue.
+// A stopped worker cannot be restarted, so a new one replaces it. The queued signals of the old one are delivered
+// before this call.
 void QueueController::renewWorker()
 {
     worker->wait();
@@ -170,24 +178,18 @@ void QueueController::renewWorker()
     Q_EMIT stateChanged();
 }
 
-// A command that is added while the queue waits makes it ask again, so the question may be settled by now. It has
-// paused the queue all the same, perhaps after the wake-up that came with the answer.
-void QueueController::awaitAnswer(CommandData *record)
+// A command that is added while the queue waits makes it ask again. If the question is answered by now, this pause may
+// have voided the wake-up that came with the answer.
+void QueueController::restartIfAnswered(const CommandData *record)
 {
-    if (isStopping) {
-        return;
-    }
     if (record->getStatus() != CommandData::REQUIRE_USER_ACTION) {
         restartUnlessHeld();
-        return;
     }
-    awaitingRecord = qobject_cast<SaveCommandData *>(record);
-    Q_EMIT stateChanged();
 }
 
 void QueueController::restartUnlessHeld()
 {
-    if (!isHeld) {
+    if (!isHeld && !isStopping) {
         worker->restart();
     }
 }

@@ -6,20 +6,21 @@
 
 #include <commands/CommandQueueThread.h>
 
+class DigestCommandData;
 class SaveCommandData;
 
 /**
- * @brief Runs digests on a worker thread and keeps their records in a model: the window without the window.
+ * @brief Runs digests on a worker thread and keeps their records in a model. Knows nothing of the window.
  *
  * Threads: everything here happens on the thread that created the object. The connections to the worker and its queue
- * are queued, so no slot runs on the worker, nor with the queue's lock held.
+ * are queued, so no slot runs on the worker or while the queue's mutex is held.
  */
 class QueueController : public QObject
 {
     Q_OBJECT
 
 public:
-    enum class State { Idle, Running, Paused, AwaitingAnswer, Stopping };
+    enum class State { Idle, Running, Paused, Stopping };
 
     QueueController();
 
@@ -29,43 +30,46 @@ public:
     CommandListModel &getModel();
     State getState() const;
 
-    /** Returns the record that waits for an answer(), or null. */
-    const SaveCommandData *getAwaitingRecord() const;
-
-    /** Queues a digest for each of @p files, but for those that wait already. A pause stays a pause. */
+    /** Queues a digest of each of @p files, except for those that are queued already. Does not end a pause. */
     void digest(const std::vector<ListedFile> &files);
 
-    /** Queues the saving of all digests that stand in the list to @p target. A pause stays a pause. */
+    /** Queues the saving of all digests in the model to @p target. Does not end a pause. */
     void saveDigests(const QString &target);
 
     void pause();
     void goOn();
 
-    /** Cancels the commands of these records, as far as they have not ended. */
-    void cancel(const std::vector<const CommandData *> &records);
+    /** Cancels the commands of these records, except for those that have ended. */
+    void cancel(const std::vector<CommandData *> &records);
 
-    /** Answers the question whether the command that waits for it may overwrite its target; if not, it is cancelled. */
-    void answer(bool overwrite);
+    /** Queues these records again, except for those that are queued or have finished. */
+    void tryAgain(const std::vector<CommandData *> &records);
 
-    /** Cancels everything. What is added once the state is Idle again runs on a new worker. */
+    /** Lets the command of @p record overwrite its target or cancels it. Does nothing if it needs no answer. */
+    void answer(SaveCommandData *record, bool overwrite);
+
+    /** Cancels all commands. Those added once the state is Idle again run on a new worker. */
     void stop();
 
 Q_SIGNALS:
     /** The state may have changed. */
     void stateChanged();
 
+    /** The command of @p record was queued and needs an answer(). The queue stops before it. */
+    void answerNeeded(SaveCommandData *record);
+
 private:
     void startWorker();
     void renewWorker();
-    void awaitAnswer(CommandData *record);
+    void restartIfAnswered(const CommandData *record);
     void restartUnlessHeld();
-    void add(const std::vector<QSharedPointer<Command>> &commands, std::vector<std::unique_ptr<CommandData>> records);
+    QSharedPointer<Command> makeSaveCommand(SaveCommandData *record);
+    void add(const QSharedPointer<Command> &command);
     CommandQueue &queue() const;
 
-    CommandListModel model; // with the records, so it is made before the worker and destroyed after it
+    CommandListModel model; // owns the records, so it is created before the worker and destroyed after it
     std::unique_ptr<CommandQueueThread> worker;
-    SaveCommandData *awaitingRecord = nullptr;
-    bool isHeld = false; // by pause(), whatever else has paused the queue or woken it
+    bool isHeld = false; // by pause(); other events pause and wake the queue, too
     bool isStopping = false;
 };
 

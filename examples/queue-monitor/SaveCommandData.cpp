@@ -8,6 +8,12 @@ SaveCommandData::SaveCommandData(const QString &target)
     : CommandData(QString(), false)
     , target(target)
 {
+    checkTarget();
+}
+
+void SaveCommandData::checkTarget()
+{
+    overwritingAllowed = false;
     if (QFileInfo::exists(target)) {
         setStatus(REQUIRE_USER_ACTION);
     }
@@ -40,7 +46,7 @@ bool SaveCommandData::isOverwritingAllowed() const
 
 void SaveCommandData::allowOverwriting()
 {
-    // The permission first: once the status has changed, the worker may pick the command.
+    // The flag first: once the status has changed, the worker may execute the command.
     overwritingAllowed = true;
     setStatus(QUEUEING);
 }

@@ -4,10 +4,7 @@
 #include <commands/CommandData.h>
 
 /**
- * @brief The record of a SaveCommand: which file to write, and whether the user lets it replace another.
- *
- * If the file exists when the record is made, the status is REQUIRE_USER_ACTION from the start, and the queue will stop
- * in front of the command.
+ * @brief The record of a SaveCommand: which file to write, and whether the user allows it to overwrite another.
  *
  * Threads: everything may be called on any thread at any time.
  */
@@ -26,10 +23,16 @@ public:
     QString getTitle() const override;
     QString getTypeName() const override;
 
-    /** Returns whether a file that exists may be replaced; false at first. */
+    /**
+     * Sets the status REQUIRE_USER_ACTION if the file exists, so that the queue stops before the command. Called by the
+     * constructor; must be called before the record is queued again.
+     */
+    void checkTarget();
+
+    /** Returns whether an existing file may be overwritten; false at first. */
     bool isOverwritingAllowed() const;
 
-    /** Is the user's answer: the file may be replaced, and the command no longer waits for one. */
+    /** Allows to overwrite the file and sets the status QUEUEING. */
     void allowOverwriting();
 
 private:

@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLibraryInfo>
+#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +22,17 @@ int main(int argc, char *argv[])
     parser.addPositionalArgument(u"path"_s, u"A file or folder to add."_s, u"[path...]"_s);
     processCommandLine(parser);
     ensureNaturalOrder();
+
+    // The texts of Qt and of this program. Without a translation they stay English.
+    QTranslator qtTranslator;
+    QTranslator translator;
+    if (qtTranslator.load(QLocale(), u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&qtTranslator);
+    }
+    if (translator.load(QLocale(), u"queue-monitor"_s, u"_"_s, u":/i18n"_s)) {
+        QCoreApplication::installTranslator(&translator);
+    }
+
     MonitorWindow window;
     window.show();
     window.addPaths(parser.positionalArguments());

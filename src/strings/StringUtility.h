@@ -34,8 +34,8 @@ public:
 
     /**
      * Returns @p text as the name of a file: white space at both ends is cut off, each of the characters
-     * / \ : ? % $ # & < > * ! ' " @ + | = ^ and the backtick becomes one underscore, and what is then the name of a DOS
-     * device in either case (com1 to com9, lpt1 to lpt9, con, nul, prn, aux) becomes "invalid_name".
+     * / \ : ? % $ # & < > * ! ' " @ + ` | = ^ becomes one underscore, and what is then the name of a DOS device in
+     * either case (com1 to com9, lpt1 to lpt9, con, nul, prn, aux) becomes "invalid_name".
      *
      * Left to the caller: names of devices with an extension such as "NUL.txt", the names "." and "..", dots at the
      * end, control characters, the length, and an empty result.

@@ -2,217 +2,160 @@
 #include "CommandListView.h"
 #include "MonitorWindow.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemModelTester>
-#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QCryptographicHash>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QRegularExpression>
+#include <QMimeData>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
-
-static constexpr qint64 endless = Q_INT64_C(1) << 36; // bytes of a sparse file that takes minutes to digest
 
 class QueueMonitorTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
+    void walk()
     {
         QLocale::setDefault(QLocale(QLocale::English)); // the C locale has no natural order
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QCoreApplication::setOrganizationName(u"Tarnwick"_s);
         QSettings::setDefaultFormat(QSettings::IniFormat);
-    }
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.filePath(u"settings"_s));
+        openWindow();
 
-    void init()
-    {
-        folder = std::make_unique<QTemporaryDir>();
-        QVERIFY(QDir(folder->path()).mkpath(u"files"_s));
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path(u"settings"_s));
-        window = std::make_unique<MonitorWindow>();
-        list = window->findChild<CommandListView *>();
-        new QAbstractItemModelTester(list->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, list);
-        window->show();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-    }
-
-    void cleanup()
-    {
-        window.reset(); // also in the middle of a digest
-    }
-
-    void digestsInNaturalOrder()
-    {
-        for (const char *const name : {"10", "9", "b 1"}) {
-            writeFile("files/"_L1 + QLatin1String(name), name);
+        // Dropped files are digested in natural order.
+        for (const QString &name : {u"10"_s, u"9"_s, u"sums"_s}) {
+            writeFile(name, "old");
         }
-        press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-        enterPath(u"files"_s);
-        QTRY_COMPARE(statuses(), u"FFF"_s);
-        QCOMPARE(shown(0, Qt::DisplayRole), u"9"_s);
-        QCOMPARE(shown(1, Qt::DisplayRole), u"10"_s);
-        QCOMPARE(shown(2, CommandListModel::ProgressRole), u"100"_s);
-        QCOMPARE(shown(2, CommandListModel::DetailRole).toLatin1(),
-            QCryptographicHash::hash("b 1", QCryptographicHash::Sha256).toHex());
-        QTRY_VERIFY(isEnabled(u"Clear List"_s));
-        press(Qt::Key_L);
-        QCOMPARE(list->model()->rowCount(), 0);
-    }
+        drop({u"10"_s, u"9"_s, u"missing"_s});
+        QTRY_COMPARE(statuses(), u"FFE"_s);
+        QVERIFY(shown(2, CommandListModel::DetailRole).endsWith(folder.filePath(u"missing"_s)));
+        list->setCurrentIndex(list->model()->index(0, 0));
+        trigger(u"Copy"_s);
+        const QString digest = QString::fromLatin1(QCryptographicHash::hash("old", QCryptographicHash::Sha256).toHex());
+        QCOMPARE(QGuiApplication::clipboard()->text(), digest + "  9"_L1);
 
-    void pausesCancelsAndStops()
-    {
-        writeFile(u"1"_s, {}, endless);
-        writeFile(u"2"_s, {}, endless);
-        addFiles({u"1"_s, u"2"_s});
-        QTRY_COMPARE(statuses(), u"PQ"_s);
-        press(Qt::Key_P);
-        QTRY_COMPARE(statuses(), u"QQ"_s);
-        addFiles({u"3"_s, u"1"_s}); // the one that waits is not listed twice
-        QVERIFY(isEnabled(u"Go On"_s) && !isEnabled(u"Pause"_s));
-        press(Qt::Key_G);
-        addFiles({u"4"_s}); // does not pause again what was to go on
-        QTRY_COMPARE(statuses(), u"PQQQ"_s);
+        // The question whether to overwrite a file comes at once, and again when the save is tried again.
+        trigger(u"Save Digests"_s);
+        auto *const dialog = window->findChild<QFileDialog *>();
+        dialog->findChild<QLineEdit *>()->setText(folder.filePath(u"sums"_s));
+        QTest::keyClick(dialog, Qt::Key_Return);
+        QTRY_VERIFY(question());
+        QCOMPARE(question()->text(), u"sums exists. Overwrite it?"_s);
+        drop({u"10"_s}); // the queue asks again
+        QTRY_COMPARE(statuses(), u"FFERQ"_s);
+        question()->button(QMessageBox::No)->click();
+        QTRY_COMPARE(statuses(), u"FFECF"_s);
+        QCOMPARE(readFile(u"sums"_s), "old");
+        QTRY_VERIFY(!question());
+        list->setCurrentIndex(list->model()->index(3, 0));
+        trigger(u"Try Again"_s);
+        QTRY_VERIFY(question());
+        question()->button(QMessageBox::Yes)->click();
+        QTRY_COMPARE(statuses(), u"FFEFF"_s);
+        const QByteArray line = (digest + "  "_L1 + folder.filePath(u"9"_s) + u'\n').toUtf8();
+        QVERIFY(readFile(u"sums"_s).startsWith(line));
 
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, centerOf(0));
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier, centerOf(2));
-        press(Qt::Key_Delete, Qt::NoModifier);
-        QTRY_COMPARE(statuses(), u"CPCQ"_s);
-        press(Qt::Key_T);
-        QTRY_COMPARE(statuses(), u"CCCC"_s);
-        QTRY_VERIFY(isEnabled(u"Add Files"_s));
-        writeFile(u"4"_s, "4");
-        addFiles({u"4"_s}); // on another worker
-        QTRY_COMPARE(statuses(), u"CCCCF"_s);
-    }
+        // What waits can be paused and cancelled, and a stop, which asks first, cancels the rest.
+        trigger(u"Clear List"_s);
+        writeFile(u"long"_s, {}, Q_INT64_C(1) << 36); // minutes of work
+        drop({u"9"_s, u"10"_s, u"long"_s});
+        QTRY_COMPARE(statuses(), u"FFP"_s);
+        trigger(u"Pause"_s);
+        QTRY_COMPARE(statuses(), u"FFQ"_s);
+        drop({u"sums"_s, u"long"_s}); // does not end the pause; the one that waits is not listed twice
+        list->setCurrentIndex(list->model()->index(2, 0));
+        trigger(u"Cancel Selected"_s);
+        QTRY_COMPARE(statuses(), u"FFCQ"_s);
+        trigger(u"Go On"_s);
+        QTRY_COMPARE(statuses(), u"FFCF"_s);
+        trigger(u"Try Again"_s); // in the same row
+        QTRY_COMPARE(statuses(), u"FFPF"_s);
+        QTimer::singleShot(0, this, [this] { question()->button(QMessageBox::Yes)->click(); });
+        trigger(u"Stop"_s);
+        QTRY_COMPARE(statuses(), u"FFCF"_s);
 
-    void asksBeforeOverwriting_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("end");
-
-        QTest::newRow("overwrite") << int(Qt::Key_O) << u"FFF"_s;
-        QTest::newRow("keep") << int(Qt::Key_K) << u"FCF"_s;
-    }
-
-    void asksBeforeOverwriting()
-    {
-        QFETCH(int, key);
-        QFETCH(QString, end);
-        writeFile(u"a\\b"_s, "content");
-        writeFile(u"sums"_s, "old");
-        addFiles({u"a\\b"_s});
-        press(Qt::Key_S);
-        enterPath(u"sums"_s);
-        QTRY_COMPARE(statuses(), u"FR"_s);
-        QTRY_VERIFY(isEnabled(u"Answer"_s));
-        addFiles({u"sums"_s}); // the queue asks again
-        press(Qt::Key_R);
-        auto *const box = window->findChild<QMessageBox *>();
-        box->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), box);
-        QTest::keyClick(box, static_cast<Qt::Key>(key), Qt::AltModifier);
-        QTRY_COMPARE(statuses(), end);
-
-        QFile sums(path(u"sums"_s));
-        QVERIFY(sums.open(QIODevice::ReadOnly));
-        const QByteArray digest = QCryptographicHash::hash("content", QCryptographicHash::Sha256).toHex();
-        const QByteArray line = '\\' + digest + "  " + folder->path().toUtf8() + "/a\\\\b\n";
-        QCOMPARE(sums.readAll(), key == Qt::Key_O ? line : QByteArray("old"));
-    }
-
-    void showsErrors()
-    {
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^CommandData failed"_s));
-        addFiles({u"missing"_s});
-        QTRY_COMPARE(statuses(), u"E"_s);
-        QVERIFY(shown(0, Qt::AccessibleTextRole).contains(u"missing, Error, 0 %, No such file"_s));
-        QTRY_VERIFY(!isEnabled(u"Stop"_s));
-    }
-
-    void takesTouchForPress()
-    {
-        writeFile(u"1"_s, {});
-        writeFile(u"2"_s, {});
-        addFiles({u"1"_s, u"2"_s});
-        QTRY_COMPARE(statuses(), u"FF"_s);
-        const std::unique_ptr<QPointingDevice> device(QTest::createTouchDevice());
-        QTest::touchEvent(list->viewport(), device.get()).press(0, centerOf(1), list->viewport());
-        QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
-        QTest::touchEvent(list->viewport(), device.get()).release(0, centerOf(1), list->viewport());
-        QTest::mouseMove(list->viewport(), centerOf(0)); // after the end nothing is selected
-        QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{row(1)});
-    }
-
-    void keepsPlace()
-    {
+        // The window opens where it was closed.
         const QRect place(20, 30, 640, 320);
         window->setGeometry(place);
         QVERIFY(window->close());
-        QCOMPARE(QSettings().value("window/place").toString(), u"20,30,640,320"_s);
-        window = std::make_unique<MonitorWindow>();
+        openWindow();
         QCOMPARE(window->geometry(), place);
     }
 
 private:
-    QString path(const QString &name) const { return folder->filePath(name); }
-    QModelIndex row(int number) const { return list->model()->index(number, 0); }
-    QPoint centerOf(int number) const { return list->visualRect(row(number)).center(); }
-    QString shown(int number, int role) const { return row(number).data(role).toString(); }
+    void openWindow()
+    {
+        window = std::make_unique<MonitorWindow>();
+        list = window->findChild<CommandListView *>();
+        new QAbstractItemModelTester(list->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, list);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
 
     void writeFile(const QString &name, const QByteArray &content, qint64 size = -1) const
     {
-        QFile file(path(name));
+        QFile file(folder.filePath(name));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
         QVERIFY(size < 0 || file.resize(size));
     }
 
-    void addFiles(QStringList names) const
+    QByteArray readFile(const QString &name) const
     {
-        for (QString &name : names) {
-            name = path(name);
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void drop(const QStringList &names) const
+    {
+        QMimeData files;
+        QList<QUrl> urls;
+        for (const QString &name : names) {
+            urls.append(QUrl::fromLocalFile(folder.filePath(name)));
         }
-        window->addPaths(names);
+        files.setUrls(urls);
+        QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent event({}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QVERIFY(QCoreApplication::sendEvent(window.get(), &enter) && enter.isAccepted());
+        QCoreApplication::sendEvent(window.get(), &event);
     }
 
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const
+    void trigger(const QString &text) const
     {
-        window->activateWindow(); // a dialog may have closed just now
-        QTRY_COMPARE(QApplication::activeWindow(), window.get());
-        QTest::keyClick(window.get(), static_cast<Qt::Key>(key), modifiers);
+        for (QAction *const action : window->findChildren<QAction *>()) {
+            if (action->iconText() == text) {
+                QTRY_VERIFY(action->isEnabled());
+                action->trigger();
+                return;
+            }
+        }
+        QFAIL(qPrintable(text));
     }
 
-    void enterPath(const QString &name) const
-    {
-        auto *const dialog = window->findChild<QFileDialog *>();
-        dialog->findChild<QLineEdit *>()->setText(path(name));
-        QTest::keyClick(dialog, Qt::Key_Return);
-    }
+    QMessageBox *question() const { return window->findChild<QMessageBox *>(); }
+    QString shown(int row, int role) const { return list->model()->index(row, 0).data(role).toString(); }
 
-    // The first letter of each row's status.
+    // One letter for each row's status.
     QString statuses() const
     {
         QString letters;
-        for (int number = 0; number < list->model()->rowCount(); ++number) {
-            letters += shown(number, CommandListModel::StatusNameRole).at(0);
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+            letters += u"QPFCEORZ"_s.at(shown(row, CommandListModel::StatusRole).toInt());
         }
         return letters;
     }
 
-    bool isEnabled(const QString &text) const
-    {
-        const QList<QAction *> actions = window->findChildren<QAction *>();
-        return std::any_of(actions.begin(), actions.end(), [&text](const QAction *action) {
-            return action->iconText() == text && action->isEnabled();
-        });
-    }
-
-    std::unique_ptr<QTemporaryDir> folder;
+    QTemporaryDir folder;
     std::unique_ptr<MonitorWindow> window;
     CommandListView *list = nullptr;
 };
