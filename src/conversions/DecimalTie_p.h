@@ -12,38 +12,40 @@
 #include <limits>
 
 /**
- * Where a double lies exactly halfway between two texts of the wanted precision, Qt rounds away from zero and
- * std::to_chars() to the even digit; everywhere else both round to the nearest and agree. Such a tie is told from the
- * lowest bit that is set: a number whose lowest bit stands for 2^-n has exactly n decimals, and the last of them is
- * a 5.
+ * Recognises ties: numbers exactly halfway between two texts of the requested precision. Qt rounds a tie away from
+ * zero, std::to_chars() to the even digit. They agree on all other numbers, which both round to the nearest text.
+ *
+ * A tie is recognised by its lowest set bit: a number whose lowest set bit has the value 2^-n has exactly n decimals,
+ * and the last decimal is a 5.
  */
 namespace DecimalTie {
 
 /**
- * Returns n if the lowest bit set in @p number, finite, stands for 2^-n; n is negative for even numbers. For
- * what is smaller than a normal number, 0 too, some n beyond 1000 comes back: no wanted precision reaches down there.
+ * Returns n if the lowest set bit of @p number, which must be finite, has the value 2^-n. n is negative for even
+ * numbers. Zero and subnormal numbers give an n above 1000, which no supported precision reaches.
  */
 inline int lowestFractionBit(double number)
 {
-    static_assert(std::numeric_limits<double>::is_iec559, "the position of the lowest bit is read from the bits");
+    static_assert(std::numeric_limits<double>::is_iec559, "the exponent is read from the bits of the number");
     quint64 bits;
     std::memcpy(&bits, &number, sizeof bits);
     constexpr int mantissaBits = std::numeric_limits<double>::digits - 1;
-    constexpr quint64 leadingBit = quint64(1) << mantissaBits;
+    constexpr quint64 leadingBit = Q_UINT64_C(1) << mantissaBits;
     const int exponent = static_cast<int>(bits >> mantissaBits & 0x7ff);
     const int unit = exponent - std::numeric_limits<double>::max_exponent + 1 - mantissaBits;
     return -(unit + static_cast<int>(qCountTrailingZeroBits(bits | leadingBit)));
 }
 
 /**
- * Tells whether @p number may be a tie at @p precision significant digits, from 1 to 17. A tie in the decade from 10^d
- * to 10^(d + 1) has its lowest bit at 2^-(precision - d). A true answer may err for whole numbers, a false one never.
+ * Returns whether @p number may be a tie at @p precision significant digits, which must be 1 to 17. The lowest set bit
+ * of a tie between 10^d and 10^(d + 1) has the value 2^-(precision - d). May return true for a whole number that is no
+ * tie; never returns false for a tie.
  */
 inline bool mayOccurAtDigit(double number, int precision)
 {
-    // In decades beyond these there is none. Further down its lowest bit would lie above the decade. Further up its
-    // value, an odd multiple of 5^(d - precision + 1) * 2^(d - precision), would take more than 53 bits; only 1.5e22
-    // at one digit would not, and that becomes 2e22 either way.
+    // There are no ties outside these decades. Below them, the lowest set bit would be greater than the number. Above
+    // them, a tie is an odd multiple of 5^(d - precision + 1) * 2^(d - precision) and needs more than 53 bits. The only
+    // exception is 1.5e22 at one digit, which both functions round to 2e22.
     // clang-format off
     constexpr std::array tens = {
         1e-8, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 1e-1,
@@ -61,7 +63,7 @@ inline bool mayOccurAtDigit(double number, int precision)
     return magnitude >= tens[index] && magnitude < tens[index + 1];
 }
 
-/** Tells whether @p number may be a tie in the format 'f' or 'g' at @p precision, from 0 to 17; "g" takes 0 for 1. */
+/** Returns whether @p number may be a tie in format 'f' or 'g' at a @p precision of 0 to 17. In 'g', 0 counts as 1. */
 inline bool mayOccur(double number, char format, int precision)
 {
     return format == 'f' ? lowestFractionBit(number) == precision + 1 : mayOccurAtDigit(number, std::max(precision, 1));

@@ -8,11 +8,10 @@
 #include <cstddef>
 
 /**
- * @brief The first fields of a text that is split at a separator, as views into the text, which has to outlive them.
+ * @brief Splits a text at a separator into at most @p Limit fields, which are views into the text.
  *
- * Fields are counted as QString::split() with Qt::KeepEmptyParts counts them: a text has at least one, and two
- * separators in a row have an empty one between them. No more than @p Limit are looked for, so a reader that wants
- * exactly n fields takes a limit of n + 1 and does not split the rest of a text that it is going to refuse.
+ * The fields are those of QString::split() with Qt::KeepEmptyParts. The rest of a text with more fields is not split. A
+ * reader of exactly n fields uses a limit of n + 1 and compares count() with n.
  */
 template <std::size_t Limit>
 class Fields
@@ -20,8 +19,7 @@ class Fields
 public:
     Fields(QStringView text, QChar separator)
     {
-        // Not a QStringTokenizer: fields are short, and its call of a search function for each costs more than the
-        // search.
+        // QStringTokenizer is slower for short fields: it calls a search function for each.
         const QChar *first = text.begin();
         const QChar *last = std::find(first, text.end(), separator);
         fields[found++] = QStringView(first, last);
@@ -32,10 +30,10 @@ public:
         }
     }
 
-    /** Returns how many fields the text has, at most @p Limit. */
+    /** Returns the number of fields, at most @p Limit. */
     std::size_t count() const { return found; }
 
-    /** Returns the field at @p index, which is less than count(). */
+    /** Returns the field at @p index, which must be less than count(). */
     QStringView operator[](std::size_t index) const { return fields[index]; }
 
 private:
@@ -43,14 +41,14 @@ private:
     std::size_t found = 0;
 };
 
-/** Returns what stands ahead of the first @p separator: the whole @p text if there is none. */
+/** Returns the text before the first @p separator, or the whole @p text if there is none. */
 inline QStringView firstField(QStringView text, QChar separator)
 {
     const qsizetype end = text.indexOf(separator);
     return end < 0 ? text : text.first(end);
 }
 
-/** Returns what follows the last @p separator: the whole @p text if there is none. */
+/** Returns the text after the last @p separator, or the whole @p text if there is none. */
 inline QStringView lastField(QStringView text, QChar separator)
 {
     return text.sliced(text.lastIndexOf(separator) + 1);

@@ -10,22 +10,22 @@
 #include <limits>
 
 /**
- * Numbers read as Qt's QStringView::toInt(), toDouble() and toFloat() read them, only faster: what is written in the
- * usual way is read here, and whatever else a text may hold is left to Qt. A field that is no number gives 0.
+ * Faster equivalents of QStringView::toInt(), toDouble() and toFloat(). Numbers in the usual notation are read here;
+ * all other fields are passed to Qt. A field that is not a number reads as 0.
  */
 namespace NumberReader {
 
 /**
- * Reads an optional "-" and the digits behind it from [first, last) into @p number.
+ * Reads an optional "-" and the digits after it from [first, last) into @p number.
  *
- * @return what follows the digits, or @p first if there is none or the number may not fit
+ * @return the end of the digits, or @p first if there are no digits or the number may not fit into an int
  */
 inline const QChar *scanInt(const QChar *first, const QChar *last, int &number)
 {
     const bool negative = first != last && *first == u'-';
     const QChar *const digits = negative ? first + 1 : first;
     const QChar *end = digits;
-    quint64 magnitude = 0; // goes astray, without harm, for more digits than are taken
+    quint64 magnitude = 0; // may wrap around; too many digits are rejected below
     for (; end != last && *end >= u'0' && *end <= u'9'; ++end) {
         magnitude = magnitude * 10 + (end->unicode() - u'0');
     }
@@ -38,7 +38,7 @@ inline const QChar *scanInt(const QChar *first, const QChar *last, int &number)
     return end;
 }
 
-/** Reads a field as a decimal number. */
+/** Reads @p field as a decimal integer. */
 inline int readInt(QStringView field)
 {
     int number = 0;
@@ -46,7 +46,7 @@ inline int readInt(QStringView field)
     return isRead ? number : field.toInt(nullptr, 10);
 }
 
-/** Reads the field that starts at @p position as readInt() does and moves @p position to its end. */
+/** Reads the field at @p position like readInt() and moves @p position to the end of the field. */
 inline int readIntUpTo(QChar separator, const QChar *&position, const QChar *last)
 {
     const QChar *const first = position;
@@ -59,7 +59,7 @@ inline int readIntUpTo(QChar separator, const QChar *&position, const QChar *las
     return QStringView(first, position).toInt(nullptr, 10);
 }
 
-/** Tells whether std::from_chars() and Qt mean the same by @p character: Qt also takes blanks, "inf" and more signs. */
+/** Returns whether std::from_chars() and Qt agree on @p character. Qt also accepts white space, "inf" and "nan". */
 inline bool isPlain(QChar character)
 {
     return (character >= u'0' && character <= u'9') || character == u'.' || character == u'-' || character == u'+'
@@ -67,8 +67,9 @@ inline bool isPlain(QChar character)
 }
 
 /**
- * Reads a field of plain characters by std::from_chars(), which rounds to the nearest double as Qt does. What it does
- * not use up, or cannot represent, is left to Qt, and so is every number where the standard library lacks the function.
+ * Reads @p field with std::from_chars(), which rounds to the nearest double. So does Qt in the processor's default
+ * rounding mode. Fields that std::from_chars() does not read completely, and numbers out of range, are passed to Qt,
+ * and so are all fields if the standard library lacks the function.
  */
 inline double readDouble(QStringView field)
 {
@@ -93,8 +94,8 @@ inline double readDouble(QStringView field)
 }
 
 /**
- * Reads a double and narrows it, rounding twice as Qt does; a float read directly may differ in its last bit. Numbers
- * that leave the range of float are left to Qt, which has its own rules for them.
+ * Reads @p field as a double and narrows it, as Qt does. Reading a float directly rounds only once and may differ in
+ * the last bit. Numbers outside the range of float are passed to Qt, which has its own rules for them.
  */
 inline float readFloat(QStringView field)
 {

@@ -14,10 +14,10 @@
 #include <utility>
 
 /**
- * @brief Puts a text together from numbers and other texts, with one allocation for a short text.
+ * @brief Assembles a text from numbers and other texts. A short text takes one allocation.
  *
- * What is appended gathers in a buffer of fixed size within the writer. A text that outgrows it goes on, buffer by
- * buffer, into a string that grows by factors, so that the cost stays linear.
+ * Collects characters in a buffer of fixed size. A full buffer is appended to a string, whose capacity grows by a
+ * factor, so the time is linear.
  */
 class TextWriter
 {
@@ -52,8 +52,9 @@ public:
     }
 
     /**
-     * Appends @p number as QString::number() writes it with the format 'f' or 'g' and any precision. std::to_chars()
-     * is faster and rounds like Qt but for ties; those, -0.0, what is not finite and uncommon precisions go to Qt.
+     * Appends the result of QString::number() for format 'f' or 'g'. Uses std::to_chars(), which is faster, where both
+     * give the same text: for finite numbers that are neither ties nor -0.0, at a precision of 0 to 17. All other
+     * numbers are passed to Qt. The texts are the same in the processor's default rounding mode only.
      */
     void appendReal(double number, char format, int precision)
     {
@@ -74,7 +75,7 @@ public:
         append(QString::number(number, format, precision));
     }
 
-    /** Returns the text, null if nothing was appended; the writer has done its work then. */
+    /** Returns the text, which is null if nothing was appended. The writer must not be used afterwards. */
     QString take()
     {
         if (text.isNull() && used > 0) {
@@ -86,14 +87,14 @@ public:
     }
 
 private:
-    /** Appends what stands ahead of @p end, which points into @p characters. */
+    /** Appends the @p characters before @p end, which points into them. */
     template <std::size_t Size>
     void appendAscii(const std::array<char, Size> &characters, const char *end)
     {
         if (Size > buffer.size() - used) {
             flush();
         }
-        // All of them: a fixed number is copied faster than the right one, and the next part overwrites the rest.
+        // Copying the whole array is faster: its size is a constant, and the surplus is overwritten.
         std::copy(characters.begin(), characters.end(), buffer.data() + used);
         used += static_cast<std::size_t>(end - characters.data());
     }
@@ -108,7 +109,7 @@ private:
 
     std::array<char16_t, 512> buffer; // the first used elements are valid
     std::size_t used = 0;
-    QString text; // what has left the buffer
+    QString text; // the characters before those in the buffer
 };
 
 #endif

@@ -43,7 +43,7 @@ bool CoreObject::isOfAnyType(const QList<QString> &typeIds) const
 void CoreObject::CORE_OBJECT_INIT(const QString &classTypeId)
 {
     if (isOfType(classTypeId)) {
-        // This constructor, unlike the default one, names the default category to message handlers.
+        // Unlike the default constructor, this one gives message handlers the name of the default category.
         QMessageLogger(nullptr, 0, nullptr).warning()
             << "CoreObject : duplicate class type id detected; ignored: " << classTypeId;
         return;

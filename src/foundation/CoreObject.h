@@ -9,46 +9,48 @@
 /**
  * @brief Root of classes that are known at run time by the names of their types.
  *
- * Each object carries the ids of the classes it was built from, from the root downwards, and answers whether it is of a
- * type. A derived class defines its own static getClassTypeId(), overrides getTypeId() to return that id and enters it
- * in its constructor:
+ * Each object has a list with the ids of its classes, the root class first. A derived class has an id, which its static
+ * getClassTypeId() and its getTypeId() return and its constructor enters:
  *
  * @code
  * Shape::Shape() { CORE_OBJECT_INIT(getClassTypeId()); }
  * @endcode
  *
- * CoreObject enters no id of its own, so isOfType("CoreObject") is false unless a derived class enters that, too.
- * There is no registry: the list lives in the object, and copies share it until one side changes. A copy takes over the
- * list, while its dynamic type stays that of the class it was made as.
+ * CoreObject enters no id of its own, so isOfType("CoreObject") is false unless a derived class enters that id.
+ * The list belongs to the object; there is no common registry. Copying and assignment copy the list (it is implicitly
+ * shared) and leave the dynamic type alone.
  *
- * Threads: as thread-safe as the list it holds; objects may be read on many threads at once, but not while one changes.
+ * An id made with u"..."_s refers to constant data of the module that contains the literal. If that module is a plugin
+ * which is unloaded, the ids in objects that outlive it dangle: enter a deep copy there.
+ *
+ * Threads: several threads may read an object at the same time, but not while a thread changes it.
  */
 class TARNWICK_EXPORT CoreObject
 {
 public:
-    /** Makes an object with an empty list. */
+    /** Creates an object with an empty list. */
     CoreObject();
 
-    /** Takes over the list of @p source. */
+    /** Copies the list of @p source. */
     CoreObject(const CoreObject &source);
 
-    /** Replaces the whole list by that of @p source; what getTypeId() answers stays. */
+    /** Replaces the list with that of @p source. The result of getTypeId() does not change. */
     CoreObject &operator=(const CoreObject &source);
 
-    /** Returns "CoreObject", constant text that allocates nothing. */
+    /** Returns "CoreObject". Does not allocate. */
     static const QString getClassTypeId();
 
-    // The order of the virtual operations is part of the binary interface: getTypeId() stands before the destructor.
+    // The order of the virtual functions is part of the binary interface: getTypeId() comes before the destructor.
 
-    /** Returns the id of the most derived class, here "CoreObject"; constant text that allocates nothing. */
+    /** Returns the id of the most derived class, here "CoreObject". Does not allocate. */
     virtual const QString getTypeId() const;
 
     virtual ~CoreObject();
 
-    /** Returns the ids entered on this object, in the order of entry; a shared copy. */
+    /** Returns the list of ids, in the order of their entry. Implicitly shared. */
     QList<QString> getInheritanceList() const;
 
-    /** Returns whether @p typeId was entered on this object; upper and lower case differ. */
+    /** Returns whether @p typeId was entered on this object. The comparison is case-sensitive. */
     bool isOfType(const QString &typeId) const;
 
     /** Returns whether at least one of @p typeIds was entered on this object. */
@@ -56,14 +58,14 @@ public:
 
 protected:
     /**
-     * Enters @p classTypeId at the end of the list. An id that is there already, be it from a copy or an assignment, is
-     * ignored with a warning: "CoreObject : duplicate class type id detected; ignored: ", one more blank, and the id in
-     * double quotes.
+     * Appends @p classTypeId to the list. If the list already contains the id, also by copying or assignment, the id is
+     * ignored and logged as a warning: "CoreObject : duplicate class type id detected; ignored: ", another blank, and
+     * the id in double quotes.
      */
     void CORE_OBJECT_INIT(const QString &classTypeId);
 
 private:
-    QList<QString> inheritanceList; // holds no id twice
+    QList<QString> inheritanceList; // without duplicates
 };
 
 #endif

@@ -11,38 +11,37 @@
 namespace utility {
 
 /**
- * @brief Marks, while it is alive, that something must not be modified now.
+ * @brief Marks that something must not be modified while the marker exists.
  *
- * Blocks nobody: code that cares asks isLocked() and decides for itself. Markers of one type nest and overlap freely,
- * and the types are independent of each other.
+ * A marker does not block anything: code that respects it calls isLocked(). Markers of one type may nest and overlap.
+ * The types are independent of each other.
  *
- * Threads: any operation on any thread; a marker may be destroyed on another thread than the one that made it. All
- * accesses are sequentially consistent.
+ * Threads: all functions may be called on any thread. A marker may be created on one thread and destroyed on another.
+ * All accesses to the counters are sequentially consistent.
  */
 class TARNWICK_EXPORT ModificationLock
 {
 public:
-    /** What a marker is about. The values are part of the interface; no operation tests for others. */
+    /** What a marker protects. The values are part of the interface. Other values are not checked for. */
     enum LockType : qint32 {
         Data = 0, ///< The data must not change.
         View = 1 ///< The presentation must not change.
     };
 
-    /** Raises the count of living markers of @p type. */
+    /** Increments the counter of @p type. */
     explicit ModificationLock(LockType type);
 
-    /** Lowers the count of living markers of the type. */
+    /** Decrements the counter of the type. */
     ~ModificationLock();
 
     ModificationLock(const ModificationLock &) = delete;
     ModificationLock &operator=(const ModificationLock &) = delete;
 
-    /** Returns whether a marker of @p type is alive anywhere in the process; this may change right after. */
+    /** Returns whether a marker of @p type exists in the process. Other threads may change this at any time. */
     static bool isLocked(LockType type);
 
 private:
-    // living markers, indexed by their type
-    static std::array<std::atomic<unsigned int>, 2> LOCK_COUNTS;
+    static std::array<std::atomic<unsigned int>, 2> LOCK_COUNTS; // number of markers of each type
 
     const LockType type;
 };

@@ -6,50 +6,50 @@
 #include <type_traits>
 #include <utility>
 
-/** Small values that every subsystem may use. */
+/** Small types that every subsystem may use. */
 namespace utility {
 
 /**
  * @brief Holds one value of type T or nothing.
  *
- * The result of functions that can fail, and an argument that may be left out. T needs no default constructor and may
- * be over-aligned; an operation can be called if T has what it asks of T.
+ * Used as the result of functions that can fail, and for arguments that may be left out. T may be over-aligned and
+ * needs no default constructor: each function requires only the operations of T that it uses.
  *
- * Layout: the two fields below, in their order; it is part of the interface, since an Optional crosses the boundary of
- * the library by value. A value is told by the pointer alone, which points into the object itself. An Optional can
- * therefore never be moved by copying its bytes: do not declare it relocatable to Qt's containers.
+ * Layout: an Optional is passed by value across the library boundary, so its two fields and their order are part of the
+ * binary interface. The pointer is null when the Optional is empty; otherwise it is the address of `storage`. Therefore
+ * an Optional must not be moved by copying its bytes: do not declare it relocatable with Q_DECLARE_TYPEINFO.
  *
- * Exceptions: none of its own. If an operation of T throws while a value is made, the Optional is left empty (or is
- * not made at all); if one throws while a value is assigned over another, the old value stays as T left it.
+ * Exceptions: only those of T's operations. If the construction of a value throws, the Optional remains empty. If an
+ * assignment to an existing value throws, the state of the value is up to T.
  *
- * Threads: a plain value, without synchronisation.
+ * Threads: not synchronised.
  */
 template <typename T>
 class Optional
 {
 public:
-    /** Makes an empty Optional. */
+    /** Creates an empty Optional. */
     Optional() noexcept = default;
 
-    /** Makes an Optional that holds a copy of @p value; implicit, so that functions can return the bare value. */
+    /** Creates an Optional that holds a copy of @p value. Implicit, so that functions can return a T. */
     Optional(const T &value)
         : valuePointer(construct(value))
     {
     }
 
-    /** Makes an Optional that holds @p value, moved. */
+    /** Creates an Optional and moves @p value into it. */
     Optional(T &&value) noexcept(std::is_nothrow_move_constructible_v<T>)
         : valuePointer(construct(std::move(value)))
     {
     }
 
-    /** Copies the value of @p source, if there is one. */
+    /** Copies the value of @p source, if it has one. */
     Optional(const Optional &source)
         : valuePointer(source.hasValue() ? construct(source.getValue()) : nullptr)
     {
     }
 
-    /** Moves the value of @p source, if there is one; @p source goes on holding the moved-from T. */
+    /** Moves the value of @p source, if it has one. @p source then still holds the moved-from T. */
     Optional(Optional &&source) noexcept(std::is_nothrow_move_constructible_v<T>)
         : valuePointer(source.hasValue() ? construct(std::move(source.getValue())) : nullptr)
     {
@@ -58,8 +58,8 @@ public:
     ~Optional() { clear(); }
 
     /**
-     * Assigns @p value to the value that is held, or else holds a copy of it. To empty an Optional or to move a value
-     * into it, assign an Optional; braces alone, "= {}", assign a default T or are ambiguous.
+     * Assigns @p value to the current value, or stores a copy if the Optional is empty. To clear an Optional, assign
+     * `Optional<T>()`: `= {}` assigns a default T or is ambiguous.
      */
     Optional &operator=(const T &value)
     {
@@ -67,7 +67,7 @@ public:
         return *this;
     }
 
-    /** Takes over a copy of what @p source holds, nothing included. Assignment to itself changes nothing. */
+    /** Copies the value of @p source, or clears this Optional if @p source is empty. Safe for self-assignment. */
     Optional &operator=(const Optional &source)
     {
         if (this == &source) {
@@ -82,8 +82,8 @@ public:
     }
 
     /**
-     * Takes over what @p source holds, nothing included; a value is moved, and @p source goes on holding the
-     * moved-from T. Assignment to itself changes nothing.
+     * Moves the value of @p source, or clears this Optional if @p source is empty. @p source then still holds the
+     * moved-from T. Safe for self-assignment.
      */
     Optional &operator=(Optional &&source) noexcept(
         std::is_nothrow_move_constructible_v<T> &&std::is_nothrow_move_assignable_v<T>)
@@ -99,13 +99,13 @@ public:
         return *this;
     }
 
-    /** Returns whether there is a value. */
+    /** Returns whether the Optional holds a value. */
     bool hasValue() const noexcept { return valuePointer != nullptr; }
 
-    /** Returns the value. There has to be one: ask hasValue() first. */
+    /** Returns the value. Requires hasValue(). */
     T &getValue() noexcept { return *valuePointer; }
 
-    /** Returns the value. There has to be one: ask hasValue() first. */
+    /** Returns the value. Requires hasValue(). */
     const T &getValue() const noexcept { return *valuePointer; }
 
 private:
@@ -134,7 +134,7 @@ private:
     }
 
     alignas(T) std::byte storage[sizeof(T)] = {};
-    T *valuePointer = nullptr; // null, or the address of this object's own storage
+    T *valuePointer = nullptr; // null or the address of storage
 };
 
 } // namespace utility

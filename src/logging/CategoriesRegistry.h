@@ -8,38 +8,38 @@
 
 class QLoggingCategory;
 
-/** Names of logging categories, and the texts of rules that switch them. */
+/** Names of logging categories, and filter rules for them. */
 namespace logging {
 
 /**
- * @brief The names of logging categories, in the order of insertion.
+ * @brief A list of logging category names, in the order of insertion.
  *
- * A plain list, neither sorted nor kept unique, that lets an application ask for the categories its modules declared.
- * Copies share the list until one side changes; a registry that was moved from is empty and usable.
+ * An application can list the categories that its modules have registered. The list may contain duplicates. It is
+ * implicitly shared between copies of a registry. A moved-from registry is empty and usable.
  *
- * Threads: without a lock, the registry of CategoriesRegistrySingleton included. Nobody may insert while another thread
- * inserts or reads, so modules register at start-up.
+ * Threads: not synchronised, and neither is the registry of CategoriesRegistrySingleton. While a thread inserts, no
+ * other thread may insert or read. Modules should therefore register at start-up.
  */
 class TARNWICK_EXPORT CategoriesRegistry
 {
 public:
-    /** Makes an empty registry. */
+    /** Creates an empty registry. */
     CategoriesRegistry();
 
-    /** Takes over the names of @p source, shared until one side changes. */
+    /** Copies the names of @p source. */
     CategoriesRegistry(const CategoriesRegistry &source);
-    /** Takes the names of @p source, which is empty then. */
+    /** Moves the names out of @p source, which is then empty. */
     CategoriesRegistry(CategoriesRegistry &&source) noexcept;
-    /** Replaces all names by those of @p source, shared until one side changes. */
+    /** Replaces all names with a copy of those of @p source. */
     CategoriesRegistry &operator=(const CategoriesRegistry &source);
-    /** Replaces all names by those of @p source, which is empty then. */
+    /** Replaces all names with those of @p source, which is then empty. */
     CategoriesRegistry &operator=(CategoriesRegistry &&source) noexcept;
     ~CategoriesRegistry();
 
-    /** Appends @p category as it stands; empty, repeated and invalid names are taken, too. */
+    /** Appends @p category unchanged, even if it is empty, invalid or already in the list. */
     void insertCategory(const QString &category);
 
-    /** Returns the live list: it shows later insertions, and lives as long as the registry. */
+    /** Returns a reference to the list of the registry, which includes later insertions. */
     const QList<QString> &getCategories() const;
 
 private:
@@ -47,9 +47,9 @@ private:
 };
 
 /**
- * @brief Enters one logging category into a registry when it is made, and does nothing after that.
+ * @brief Registers a logging category in its constructor.
  *
- * A module makes one beside each category it declares:
+ * A module defines one next to each of its categories:
  *
  * @code
  * Q_LOGGING_CATEGORY(network, "app.network")
@@ -60,38 +60,38 @@ private:
 class TARNWICK_EXPORT CategoriesRegistrar
 {
 public:
-    /** What Q_LOGGING_CATEGORY defines. */
+    /** The type of function that Q_LOGGING_CATEGORY defines. */
     using CategoryFunction = const QLoggingCategory &(*)();
 
     /**
-     * Calls @p category once and appends the name of what it returns, read as UTF-8, to @p registry. Neither the
-     * category's levels nor any filter rule is touched.
+     * Calls @p category once and appends the name of the returned category, decoded as UTF-8, to @p registry. Changes
+     * neither the enabled levels of the category nor any filter rule.
      */
     CategoriesRegistrar(const CategoryFunction &category, CategoriesRegistry &registry);
 
-    /** Enters nothing: the name stands in its registry already. */
+    /** Registers nothing. */
     CategoriesRegistrar(const CategoriesRegistrar &source) = default;
 
-    /** Does nothing; the name stays in its registry. */
+    /** Leaves the name in the registry. */
     ~CategoriesRegistrar() = default;
 
     /** Does nothing. */
     CategoriesRegistrar &operator=(const CategoriesRegistrar &source);
 };
 
-/** @brief Gives access to the one registry of the process. */
+/** @brief Provides the registry of the process. */
 class TARNWICK_EXPORT CategoriesRegistrySingleton
 {
 public:
-    /** An object holds nothing. */
+    /** Does nothing. The class has no data. */
     CategoriesRegistrySingleton() = default;
     /** @copydoc CategoriesRegistrySingleton() */
     CategoriesRegistrySingleton(const CategoriesRegistrySingleton &source) = default;
 
     /**
-     * Returns the registry of the process, always the same object. The first call makes it, empty, on whatever thread;
-     * it lives until the process ends or unloads the library. What uses it in the destructor of a static object calls
-     * this in the constructor, too, and so goes first.
+     * Returns the registry of the process, always the same object. The first call creates it, on any thread. It is
+     * destroyed by an exit handler. A static object that uses it in its destructor must call this in its constructor,
+     * so that it is destroyed first.
      */
     static CategoriesRegistry &getInstance();
 

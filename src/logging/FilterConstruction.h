@@ -10,18 +10,18 @@
 
 namespace logging {
 
-/** Returns the rule that an application starts from: "*.debug=false". */
+/** Returns the default rule of an application: "*.debug=false". */
 TARNWICK_EXPORT QString getDefaultApplicationFilter();
 
 /**
- * Makes one rule in the syntax of QLoggingCategory::setFilterRules(), such as "net.warning=false". Rules only speak of
- * the level they name, not of those above or below it. May be called on any thread.
+ * Returns one rule in the syntax of QLoggingCategory::setFilterRules(), for example "net.warning=false". A rule applies
+ * only to the level that it names, not to those above or below it. May be called on any thread.
  *
- * @param category selector of the categories, wildcards included; neither tested nor trimmed
- * @param enabled gives "=true" or "=false"
- * @param type the level; if it is empty or none of the five levels, the rule is about all levels. Qt's parser of rules
- *        knows no ".fatal": to Qt, a rule of that level is about all levels of a category whose name ends in ".fatal",
- *        and fatal messages cannot be switched off.
+ * @param category the category name, which may contain wildcards; neither validated nor trimmed
+ * @param enabled whether the rule ends in "=true" or "=false"
+ * @param type the level. If it is empty or not one of the five levels, the rule applies to all levels. Qt does not
+ *        recognise ".fatal" as a level: it reads such a rule as one for a category whose name ends in ".fatal". Fatal
+ *        messages cannot be disabled.
  */
 TARNWICK_EXPORT QString getFilterConstructionSubstring(
     const QString &category, bool enabled, utility::Optional<QtMsgType> type);

@@ -8,20 +8,20 @@
 #include <string>
 
 /**
- * @brief Rewrites a non-negative whole number of any length from one digit alphabet into another.
+ * @brief Converts a non-negative integer of any length from one base to another.
  *
- * There are four converters, each a constant object of the process:
+ * There are four converters, which are constant global objects:
  *
  * @code
  * BaseConverter::getDecimalToHexConverter().convert(std::string("255")); // "FF"
  * BaseConverter::getHexToDecimalConverter().convert(std::string("ff")); // "255"
  * @endcode
  *
- * A copy converts in the same way and owns its alphabets; one that was moved from can only be assigned to or destroyed.
+ * Copies are independent of the original. A moved-from converter can only be assigned to or destroyed.
  *
- * Threads: the four functions may be called on any thread, and any number of threads may use one converter at once.
- * Their converters live until the process ends or unloads the library. What uses one in the destructor of a static
- * object gets it in the constructor, too, and so goes first.
+ * Threads: all functions may be called on any thread, and several threads may use a converter at the same time. The
+ * first call of each of the four functions creates its converter, which is destroyed by an exit handler. A static
+ * object that uses a converter in its destructor must get it in its constructor, so that the object is destroyed first.
  */
 class TARNWICK_EXPORT BaseConverter
 {
@@ -39,22 +39,20 @@ public:
     static const BaseConverter &getHexToDecimalConverter();
 
     /**
-     * Converts @p value, most significant digit first. The letters of hexadecimal digits may be lower case.
+     * Converts @p value, whose first digit is the most significant one. Hexadecimal digits may be lower case letters.
      *
-     * Any other byte counts as the zero digit where it stands: signs, blanks, null bytes, bytes above 127, digits that
-     * the base does not have. "-1" is 1 and "1 0" is 100. The locale plays no part.
+     * Any byte that is not a digit of the source base counts as a zero digit: signs, blanks, null bytes, bytes above
+     * 127. "-1" is read as 01 and "1 0" as 100. The locale has no effect.
      *
-     * Time grows with the square of the length: 39 digits take well under a microsecond, 20,000 some milliseconds.
+     * The time is quadratic in the length: 39 digits take well under a microsecond, 20,000 digits some milliseconds.
      *
-     * @param value digits of the source alphabet; leading zero digits are fine
-     * @return digits of the target alphabet, letters in upper case, without leading zero digits; the zero digit alone
-     *         for an empty @p value and for zero
+     * @param value digits of the source alphabet, possibly with leading zeros
+     * @return digits of the target alphabet, in upper case, without leading zeros; "0" if @p value is empty or zero
      */
     std::string convert(const std::string &value) const;
 
     /**
-     * Converts @p value by way of its UTF-8 form, see above: a character outside ASCII is as many zero digits as it has
-     * bytes there.
+     * Converts @p value as UTF-8. A character outside ASCII counts as one zero digit for each of its bytes in UTF-8.
      */
     QString convert(const QString &value) const;
 
@@ -64,10 +62,10 @@ public:
     /** Returns the number of digits in the target alphabet: 2, 10 or 16. */
     unsigned int getTargetBase() const;
 
-    /** Returns the digits of the source in the order of their values, zero first. */
+    /** Returns the digits of the source alphabet in ascending order. */
     std::string getSourceBaseSet() const;
 
-    /** Returns the digits of the target in the order of their values, zero first. */
+    /** Returns the digits of the target alphabet in ascending order. */
     std::string getTargetBaseSet() const;
 
 private:

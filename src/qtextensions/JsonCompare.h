@@ -9,23 +9,23 @@
 namespace json {
 
 /**
- * Returns whether two documents hold the same data, where the order of array elements does not count, at any depth.
+ * Returns whether two documents are equal, ignoring the order of array elements at every level.
  *
- * Arrays are equal as multisets: [1, 2, 3] equals [3, 1, 2], while [1, 1, 2] does not equal [1, 2, 2]. Objects are
- * equal with the same keys and equal values. Kinds do not mix: an empty object does not equal an empty array, nor a
- * null document an empty one; two null documents are equal. Leaves compare by the operators of QJsonValue: texts by
- * UTF-16 code units, two integers exactly, an integer and a double as doubles. Not-a-number, which only a document made
- * in memory can hold, equals nothing, not even itself.
+ * - Arrays are compared as multisets: [1, 2, 3] equals [3, 1, 2], but [1, 1, 2] does not equal [1, 2, 2].
+ * - Objects are equal if they have the same keys and equal values.
+ * - An empty object, an empty array and a null document all differ. Two null documents are equal.
+ * - All other values are compared with QJsonValue's operators: strings by UTF-16 code units, two integers exactly, an
+ *   integer and a double as doubles. NaN, which a parsed document cannot contain, equals nothing, not even itself.
  *
- * So the double 9223372036854775808 equals each of the integers 9223372036854775296 to 9223372036854775807, though they
- * differ among themselves. Where elements are equal in this unruly way, each element of @p first takes the first equal
- * element of @p second that is still free, and that decides.
+ * This equality of numbers is not transitive: the double 9223372036854775808 equals each of the integers
+ * 9223372036854775296 to 9223372036854775807, which are not equal to each other. In such a case, each element of
+ * @p first is matched with the first equal element of @p second that has not been matched yet.
  *
- * The time grows with the size of the documents (n log n), whatever their order. The exception are documents that hold,
- * as a double, a number between 2^53 and 2^63: elements then count as distinct only when they differ as doubles, and n
- * elements that merely differ beyond that may take time in n squared. Any depth that Qt's parser
- * accepts is fine; documents made in memory overflow the stack at some tens of thousands of levels, as they do in Qt's
- * own equality.
+ * The time is O(n log n) in the size of the documents. The exception are documents with a double between 2^53 and 2^63:
+ * n elements that differ only by integers which convert to the same double may take O(n^2).
+ *
+ * Every document that Qt's parser accepts can be compared. Documents made in memory overflow the stack at some tens of
+ * thousands of levels, as they do with QJsonDocument's operator==.
  *
  * Threads: may be called on any thread that may read both documents.
  */

@@ -10,23 +10,24 @@ class QTouchEvent;
 namespace qtextensions {
 
 /**
- * Returns a press of the left mouse button at the first point of @p event, whatever kind of touch event that is.
+ * Returns a QEvent::MouseButtonPress with the left button at the first point of @p event, for every type of touch
+ * event.
  *
- * The local, scene and global position of the result are all the point's local position; the left button is the only
- * one held; there are no keyboard modifiers; the device is QPointingDevice::primaryPointingDevice(). State and global
- * position of the point, the other points, and modifiers, time stamp and device of the touch event play no part.
+ * The local, scene and global position of the result are the local position of the point. The left button is the only
+ * pressed button, there are no keyboard modifiers, and the device is QPointingDevice::primaryPointingDevice(). Nothing
+ * else of the touch event is used.
  *
- * A QMouseEvent can be neither copied nor moved, so bind the result or initialise a variable with it:
+ * A QMouseEvent can be neither copied nor moved, so initialise a variable with the result:
  *
  * @code
  * QMouseEvent press = qtextensions::QTouchToQMouseEventConversion(touchEvent);
  * QCoreApplication::sendEvent(target, &press);
  * @endcode
  *
- * Threads: only on the Gui thread, since making a mouse event writes the last point of the primary device.
+ * Threads: must be called on the Gui thread, since the constructor of QMouseEvent modifies the primary device.
  *
- * @param event not owned; if it is null or has no points, the result has the type QEvent::None, which no receiver
- *        handles, at (0, 0) and without a button
+ * @param event not owned. If it is null or has no points, the result has the type QEvent::None, which receivers ignore,
+ *        the position (0, 0), and no buttons.
  */
 TARNWICK_EXPORT QMouseEvent QTouchToQMouseEventConversion(const QTouchEvent *event);
 

@@ -9,43 +9,32 @@
 namespace qtextensions {
 
 /**
- * @brief Orders two variants, as comparator of sorted containers and sorts.
+ * @brief Compares two variants, for sorted containers and algorithms.
  *
- * The type of the left operand decides; the right one is converted to it, and counts as a default value of that type
- * where QVariant cannot convert it. The types with an order are Bool, Int, UInt, LongLong, ULongLong, Double, QChar,
- * QString, QStringList, QByteArray, QDate, QTime, QDateTime, QUrl, QUuid, QModelIndex and QPersistentModelIndex. All
- * others, user types and the invalid variant included, are less than nothing: two of them count as equivalent.
+ * The right operand is converted to the type of the left operand. If QVariant cannot convert it, it counts as a default
+ * value of that type. The supported types are Bool, Int, UInt, LongLong, ULongLong, Double, QChar, QString,
+ * QStringList, QByteArray, QDate, QTime, QDateTime, QUrl, QUuid, QModelIndex and QPersistentModelIndex. Values of all
+ * other types, including user types and invalid variants, are never less than another value and so compare equivalent
+ * to each other.
  *
  * @code
  * std::map<QVariant, QString, qtextensions::QVariantLess> captions;
  * std::sort(values.begin(), values.end(), qtextensions::QVariantLess());
  * @endcode
  *
- * Only the values of one listed type have an order in the strict sense, not-a-number left aside. Across types the order
- * is not even antisymmetric, since either operand may convert to the other: "10" < 9 as text, and 9 < "10" as number.
- * Keep containers and sorts to one type.
+ * This is a strict weak order for values of one supported type, except for NaN. It is none for different types: "10" is
+ * less than 9 as a text, and 9 is less than "10" as a number. So use only one type in a container.
  *
- * Threads: stateless; may be used on any thread with values that this thread may read.
+ * Threads: stateless. May be used on any thread that may read the values.
  */
 struct TARNWICK_EXPORT QVariantLess
 {
-    /** An object holds nothing; copying, moving and assigning one does nothing. */
-    QVariantLess() = default;
-    /** @copydoc QVariantLess() */
-    QVariantLess(const QVariantLess &) = default;
-    /** @copydoc QVariantLess() */
-    QVariantLess(QVariantLess &&) noexcept = default;
-    /** @copydoc QVariantLess() */
-    QVariantLess &operator=(const QVariantLess &) = default;
-    /** @copydoc QVariantLess() */
-    QVariantLess &operator=(QVariantLess &&) noexcept = default;
-
     /**
-     * Returns whether @p lhs is less than @p rhs in the order of the type of @p lhs.
+     * Returns whether @p lhs is less than @p rhs according to the type of @p lhs.
      *
-     * Texts and characters compare by UTF-16 code unit, case-sensitively; lists of texts lexicographically; bytes as
-     * unsigned; a double that is not a number is neither less nor greater than any other; indexes by row, column,
-     * internal id and model address; the others by their own `operator<`.
+     * Strings and characters are compared case-sensitively by UTF-16 code units, string lists lexicographically, byte
+     * arrays by unsigned bytes, and model indexes by row, column, internal id and address of the model. The other types
+     * are compared with their operator<, so NaN is neither less nor greater than another double.
      */
     bool operator()(const QVariant &lhs, const QVariant &rhs) const;
 };

@@ -18,17 +18,6 @@
 class TARNWICK_EXPORT NaturalSort
 {
 public:
-    /** An object holds nothing; copying, moving and assigning one does nothing. */
-    NaturalSort() = default;
-    /** @copydoc NaturalSort() */
-    NaturalSort(const NaturalSort &source) = default;
-    /** @copydoc NaturalSort() */
-    NaturalSort(NaturalSort &&source) = default;
-    /** @copydoc NaturalSort() */
-    NaturalSort &operator=(const NaturalSort &source) = default;
-    /** @copydoc NaturalSort() */
-    NaturalSort &operator=(NaturalSort &&source) = default;
-
     /**
      * Returns the result of QCollator::compare(): a number below 0 if @p firstText comes first, above 0 if
      * @p secondText comes first, and 0 if they compare equivalent. Equivalent texts may differ: with ICU, "1" and "01"

@@ -6,13 +6,14 @@
 #include <QFileDevice>
 #include <QString>
 
-/** Names of the values of Qt's enumerations. */
+/** Names of the enumerators of Qt. */
 namespace QEnumToString {
 
 /**
- * Returns the qualified name of @p error, for example "QFileDevice::ReadError", untranslated; a null text for a value
- * outside the enumeration. May be called on any thread, and in static initialisers and exit handlers of clients: the
- * names are there as long as the library is loaded.
+ * Returns the qualified name of @p error, for example "QFileDevice::ReadError". The name is not translated. A value
+ * that is not an enumerator gives a null string.
+ *
+ * May be called on any thread, also by static initialisers and exit handlers of clients: the names are constant data.
  */
 TARNWICK_EXPORT QString qFileDeviceError(const QFileDevice::FileError &error);
 

@@ -11,109 +11,99 @@
 #include <QVersionNumber>
 
 /**
- * @brief Fixed, exactly defined changes to texts: safe file names, cleaning, names of persons, saved versions.
+ * @brief String functions for file names, cleaning, names of persons, and saved version numbers.
  *
- * Every text is a valid argument of every operation. A character is a UTF-16 code unit unless an operation says
- * otherwise, and no result depends on the locale.
+ * All functions accept any text. A character is a UTF-16 code unit unless stated otherwise. No result depends on the
+ * locale.
  *
- * Threads: no state; may be used on any thread.
+ * Threads: stateless. All functions may be called on any thread.
  */
 class TARNWICK_EXPORT StringUtility
 {
 public:
-    /** An object holds nothing; copying, moving and assigning one does nothing. */
-    StringUtility() = default;
-    /** @copydoc StringUtility() */
-    StringUtility(const StringUtility &source) = default;
-    /** @copydoc StringUtility() */
-    StringUtility(StringUtility &&source) = default;
-    /** @copydoc StringUtility() */
-    StringUtility &operator=(const StringUtility &source) = default;
-    /** @copydoc StringUtility() */
-    StringUtility &operator=(StringUtility &&source) = default;
-
     /**
-     * Returns @p text as the name of a file: white space at both ends is cut off, each of the characters
-     * / \ : ? % $ # & < > * ! ' " @ + ` | = ^ becomes one underscore, and what is then the name of a DOS device in
-     * either case (com1 to com9, lpt1 to lpt9, con, nul, prn, aux) becomes "invalid_name".
+     * Makes a file name of @p text. Trims it and replaces each backtick and each of the characters
+     * / \ : ? % $ # & < > * ! ' " @ + | = ^ with an underscore. If the result is the name of a DOS device (com1 to
+     * com9, lpt1 to lpt9, con, nul, prn or aux, in any case), returns "invalid_name".
      *
-     * Left to the caller: names of devices with an extension such as "NUL.txt", the names "." and "..", dots at the
-     * end, control characters, the length, and an empty result.
+     * Does not handle device names with an extension such as "NUL.txt", the names "." and "..", trailing dots, control
+     * characters, long names and empty names.
      */
     static QString stringToSafeFileName(const QString &text);
 
     /**
-     * Returns @p text with each of ^ _ | \ taken as white space, all runs of white space inside reduced to one blank,
-     * and none at the ends.
+     * Replaces each of the characters ^ _ | \ with a blank and simplifies the result: white space at both ends is
+     * removed, and every other run of white space becomes one blank.
      */
     static QString removeInvalidCharacters(const QString &text);
 
     /** Returns the ASCII letters and digits of @p text. */
     static QString stripNonAlphanumeric(const QString &text);
 
-    /** Returns @p text without { and }, paired or not. */
+    /** Returns @p text without any { and }. */
     static QString removeCurlyBrackets(const QString &text);
 
-    /** Returns @p text without [ and ], paired or not. */
+    /** Returns @p text without any [ and ]. */
     static QString removeSquareBrackets(const QString &text);
 
     /**
-     * Splits @p text at each run of ASCII white space (blank, tab, line feed, vertical tab, form feed, carriage
-     * return); other white space, such as a no-break blank, does not separate. White space at an end gives an empty
-     * part there, and a text without any gives itself as the one part.
+     * Splits @p text at each run of ASCII white space: blank, tab, line feed, vertical tab, form feed, carriage return.
+     * Other white space, such as a no-break blank, does not separate. White space at the start or end gives an empty
+     * part there. A text without white space is returned as a single part.
      */
     static QList<QString> splitOnWhiteSpaces(const QString &text);
 
     /**
-     * Resolves "&amp;", then "&gt;", "&lt;" and "&quot;", each in one pass over the whole text. What one pass makes the
-     * next one sees, so "&amp;lt;" becomes "<". All other entities stay as they are.
+     * Replaces "&amp;", "&gt;", "&lt;" and "&quot;" in four passes, in this order. A pass sees the results of the
+     * passes before it, so "&amp;lt;" becomes "<". Other entities are not replaced.
      */
     static QString fromHtmlEscapedToPlainText(const QString &text);
 
     /**
-     * Cuts @p patientName at its first blank (U+0020): what stands ahead of it becomes @p firstName, all that follows,
-     * further blanks included, @p lastName. Without a blank the whole is the first name and the last name is empty.
-     * Either result may be the variable that holds the name.
+     * Splits @p patientName at its first blank (U+0020) into @p firstName and @p lastName. Further blanks are part of
+     * the last name. Without a blank, the last name is empty. @p patientName may refer to the same object as
+     * @p firstName or @p lastName.
      */
     static void patientNameToFirstLastName(const QString &patientName, QString &firstName, QString &lastName);
 
     /**
-     * Returns the first user-perceived character (grapheme cluster) of @p secondPart, followed by that of @p firstPart,
-     * without a change of case. An empty part gives none.
+     * Returns the first grapheme cluster of @p secondPart followed by that of @p firstPart. The case is not changed. An
+     * empty part has no initial.
      */
     static QString getPatientInitials(const QString &firstPart, const QString &secondPart);
 
     /**
-     * Returns @p text with its first code unit in upper case and all others in lower case. A first character beyond the
-     * Basic Multilingual Plane, which takes two code units, stays as it is.
+     * Returns @p text with its first code unit in upper case and all others in lower case. A first character outside
+     * the Basic Multilingual Plane consists of two code units and is not changed.
      */
     static QString makeFirstCharacterUpperLowerTheRest(const QString &text);
 
     /**
-     * Applies makeFirstCharacterUpperLowerTheRest() to each part and joins them by a blank, without white space at the
-     * ends. An empty part between others leaves two blanks.
+     * Applies makeFirstCharacterUpperLowerTheRest() to each part, joins the parts with blanks, and trims the result. An
+     * empty part in the middle leaves two consecutive blanks.
      */
     static QString makeFirstCharacterOfPartsUpperCase(const QList<QString> &parts);
 
     /**
-     * Capitalises each of the words that splitOnWhiteSpaces() finds in @p text, joined by one blank. A hyphen or an
-     * apostrophe does not begin a word.
+     * Capitalises each word of @p text and joins the words with blanks. Words are separated by white space as in
+     * splitOnWhiteSpaces(), not by hyphens or apostrophes.
      */
     static QString capitalizeFirstCharacterOfLastName(const QString &text);
 
     /**
-     * Reads a map of versions from a text such as "core 1.2.3 | ui 2.0". White space around an entry does not count; an
-     * entry is a key, one blank and a version. A version without a number at its start is null, and of equal keys the
-     * last one holds.
+     * Reads a map of versions such as "core 1.2.3 | ui 2.0". An entry is a key, one blank and a version. White space
+     * around an entry is ignored. A version without a number at its start is null. Of several entries with the same
+     * key, the last one counts.
      *
-     * @return the map, or nothing if an entry does not consist of exactly two fields, an empty text included; then the
-     *         whole text is logged as a warning.
+     * @return an empty Optional if an entry does not have exactly two fields, separated by a blank. An empty text has
+     *         such an entry. Then the whole text is logged once as a warning in Qt's default category.
      */
     static utility::Optional<QMap<QString, QVersionNumber>> saveableUIStringToMap(const QString &stringMap);
 
     /**
-     * Reads the first two numbers of @p versionText, which dots separate. A field that is no decimal number within the
-     * range of int gives 0; without a dot, both results become -1.
+     * Reads the first two fields of @p versionText, separated by dots. A field may have a sign and ASCII white space
+     * around it. A field that is not a decimal integer, or is outside the range of int, gives 0. Without a dot, both
+     * results are -1.
      */
     static void versionStringTo2Numbers(const QString &versionText, int &majorNumber, int &minorNumber);
 };

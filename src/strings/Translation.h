@@ -6,30 +6,32 @@
 #include <QList>
 #include <QString>
 
-/** Translation of texts that code has in variables rather than in literals. */
+/** Translation of texts that are in variables instead of literals. */
 namespace strings {
 
 /**
- * Translates @p key in @p context through the installed translators, without disambiguation and without plural. A key
- * that has no translation comes back as it is. The key is handed on as UTF-8 up to its first null character.
+ * Translates @p key in @p context with the installed translators, without disambiguation or plural forms. A key without
+ * translation is returned unchanged, provided that it is well-formed: it is passed on as UTF-8 up to its first null
+ * character, and a lone surrogate is replaced.
  *
- * May be called on any thread, also while translators are installed and removed: the key is translated by those that
- * are installed at that moment. A translator must not load, and QCoreApplication not end, meanwhile.
+ * May be called on any thread, also while translators are being installed and removed: the translators that are
+ * installed at that moment are used. Meanwhile, no installed translator may load a file and QCoreApplication must not
+ * be destroyed.
  *
- * @param context name of the translation context, ended by a null character, in the encoding of the translators (UTF-8)
+ * @param context the name of the translation context, null-terminated and in the encoding of the translators (UTF-8)
  */
 TARNWICK_EXPORT QString tr(const char *context, const QString &key);
 
-/** Translates @p key in @p context, which is handed on as UTF-8. @overload */
+/** Translates @p key in @p context, which is passed on as UTF-8. @overload */
 TARNWICK_EXPORT QString tr(const QString &context, const QString &key);
 
 /**
- * Translates each of @p keys by itself and returns the results in the same order, as many as there are keys. When
- * translators come or go meanwhile, the results may be by several.
+ * Translates each of @p keys and returns the results in the same order. If translators are installed or removed
+ * meanwhile, some results may be from before the change and others from after it.
  */
 TARNWICK_EXPORT QList<QString> tr(const char *context, const QList<QString> &keys);
 
-/** Translates each of @p keys in @p context, which is handed on as UTF-8. @overload */
+/** Translates each of @p keys in @p context, which is passed on as UTF-8. @overload */
 TARNWICK_EXPORT QList<QString> tr(const QString &context, const QList<QString> &keys);
 
 } // namespace strings
