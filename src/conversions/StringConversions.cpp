@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <initializer_list>
 #include <limits>
 #include <utility>
@@ -58,10 +59,10 @@ QString joinReals(std::initializer_list<double> values, char format, int precisi
     return writer.take();
 }
 
-/** Returns start + length - 1, the last coordinate of a rectangle, or the nearest int to it. */
+// Returns start + length - 1, clamped to the range of int.
 int farEdge(int start, int length)
 {
-    const qint64 edge = qint64(start) + length - 1;
+    const qint64 edge = static_cast<qint64>(start) + length - 1;
     const auto [least, greatest] =
         std::pair<qint64, qint64>(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
     return static_cast<int>(std::clamp(edge, least, greatest));
@@ -125,7 +126,7 @@ float StringConversions::stringToFloat(const QString &text, char exponentSeparat
         return mantissa;
     }
     const int exponent = NumberReader::readInt(fields[1]);
-    return static_cast<float>(double(mantissa) * std::pow(10.0, double(exponent)));
+    return static_cast<float>(static_cast<double>(mantissa) * std::pow(10.0, static_cast<double>(exponent)));
 }
 
 QString StringConversions::integerArrayToString(const std::vector<int> &values)
@@ -154,7 +155,7 @@ QString StringConversions::toString(const int *values, int count)
 
 QString StringConversions::ptrToString(const void *pointer)
 {
-    return u"0x%1"_s.arg(quint64(reinterpret_cast<quintptr>(pointer)), 16, 16, QChar(u'0'));
+    return u"0x%1"_s.arg(static_cast<quint64>(reinterpret_cast<quintptr>(pointer)), 16, 16, QChar(u'0'));
 }
 
 QString StringConversions::qkeySequencesToAppendableString(const QList<QKeySequence> &sequences)
@@ -339,12 +340,12 @@ utility::Optional<QMap<QString, QVersionNumber>> StringConversions::stringToStri
         const qsizetype blank = entry.indexOf(u' ');
         const QStringView version = entry.sliced(blank + 1).trimmed();
         if (blank < 0 || version.contains(u' ')) {
-            // Not qWarning(), which carries file and line in debug builds; this constructor names the default category.
+            // Unlike qWarning(), this carries no file and line in debug builds.
             QMessageLogger(nullptr, 0, nullptr).warning().nospace() << "invalid version format (" << text << ")";
             return {};
         }
         const QString key = entry.first(blank).trimmed().toString();
-        // The writer's own texts come in ascending order, so the end is where the next entry belongs.
+        // mapToString() writes ascending keys, so the end is the right hint.
         versions.insert(versions.cend(), key, QVersionNumber::fromString(version));
     }
     return versions;

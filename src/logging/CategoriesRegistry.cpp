@@ -2,7 +2,7 @@
 
 #include <QLoggingCategory>
 
-namespace logging {
+using namespace logging;
 
 CategoriesRegistry::CategoriesRegistry() = default;
 CategoriesRegistry::CategoriesRegistry(const CategoriesRegistry &source) = default;
@@ -41,5 +41,3 @@ CategoriesRegistrySingleton &CategoriesRegistrySingleton::operator=(const Catego
 {
     return *this;
 }
-
-} // namespace logging

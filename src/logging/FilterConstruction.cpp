@@ -2,8 +2,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace logging {
-
 namespace {
 
 QLatin1StringView getLevelSuffix(QtMsgType type)
@@ -25,15 +23,14 @@ QLatin1StringView getLevelSuffix(QtMsgType type)
 
 } // namespace
 
-QString getDefaultApplicationFilter()
+QString logging::getDefaultApplicationFilter()
 {
     return u"*.debug=false"_s;
 }
 
-QString getFilterConstructionSubstring(const QString &category, bool enabled, utility::Optional<QtMsgType> type)
+QString logging::getFilterConstructionSubstring(
+    const QString &category, bool enabled, utility::Optional<QtMsgType> type)
 {
     const QLatin1StringView level = type.hasValue() ? getLevelSuffix(type.getValue()) : QLatin1StringView();
     return category + level + (enabled ? "=true"_L1 : "=false"_L1);
 }
-
-} // namespace logging

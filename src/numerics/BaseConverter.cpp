@@ -4,13 +4,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace {
-using Limb = quint64;
-using Limbs = QVarLengthArray<Limb, 16>; // a number in base 2^64 or 10^19, the lowest first, without zeros on top
 
-constexpr int LIMB_BITS = 64;
-constexpr Limb CHUNK_BASE = Q_UINT64_C(10000000000000000000); // 10^19; its top bit is set, as divide() demands
+using Limb = quint64;
+using Limbs =
+    QVarLengthArray<Limb, 16>; // a number in base 2^64 or 10^19, least significant first, without leading zeros
+
+constexpr int limbBits = 64;
+constexpr Limb chunkBase = Q_UINT64_C(10000000000000000000); // 10^19; divide() requires that its top bit is set
 
 struct WideLimb
 {
@@ -18,13 +21,13 @@ struct WideLimb
     Limb low;
 };
 
-// a * b + c, which always fits.
+// Returns a * b + c, which always fits.
 WideLimb multiplyAdd(Limb a, Limb b, Limb c)
 {
-#ifdef __SIZEOF_INT128__
+#if defined(__SIZEOF_INT128__) && !defined(TARNWICK_NO_INT128) // a test of the fallback defines the latter
     __extension__ using Wide = unsigned __int128;
-    const Wide result = Wide(a) * b + c;
-    return {Limb(result >> LIMB_BITS), Limb(result)};
+    const Wide result = static_cast<Wide>(a) * b + c;
+    return {static_cast<Limb>(result >> limbBits), static_cast<Limb>(result)};
 #else
     const Limb half = 0xFFFFFFFF;
     const Limb low = (a & half) * (b & half) + (c & half);
@@ -34,22 +37,22 @@ WideLimb multiplyAdd(Limb a, Limb b, Limb c)
 #endif
 }
 
-// Divides remainder * 2^64 + limb by 10^19, with a remainder below 10^19: returns the quotient and updates the
-// remainder. After Moeller and Granlund, Improved division by invariant integers (2011), algorithm 4: what
-// the multiplication by the reciprocal gives is off by one at most.
+// Divides remainder * 2^64 + limb by 10^19, where remainder is less than 10^19. Returns the quotient and updates the
+// remainder. The estimate by the reciprocal is off by one at most: Moeller and Granlund, Improved division by invariant
+// integers (2011), algorithm 4.
 Limb divide(Limb &remainder, Limb limb)
 {
     constexpr Limb reciprocal = Q_UINT64_C(0xD83C94FB6D2AC34A); // floor((2^128 - 1) / 10^19) - 2^64
     const WideLimb product = multiplyAdd(reciprocal, remainder, limb);
     Limb quotient = product.high + remainder + 1;
-    Limb rest = limb - quotient * CHUNK_BASE;
+    Limb rest = limb - quotient * chunkBase;
     if (rest > product.low) {
         --quotient;
-        rest += CHUNK_BASE;
+        rest += chunkBase;
     }
-    if (rest >= CHUNK_BASE) {
+    if (rest >= chunkBase) {
         ++quotient;
-        rest -= CHUNK_BASE;
+        rest -= chunkBase;
     }
     remainder = rest;
     return quotient;
@@ -57,20 +60,20 @@ Limb divide(Limb &remainder, Limb limb)
 
 using DigitValues = std::array<quint8, 256>;
 
-// The value of each byte as a digit, in either case and whatever the locale; 0 for what is none.
+// Returns the digit value of each byte, independent of case and locale; 0 for bytes that are no digits.
 DigitValues getDigitValues(const std::string &baseSet)
 {
     DigitValues values = {};
-    for (size_t i = 0; i < baseSet.size(); ++i) {
+    for (std::size_t i = 0; i < baseSet.size(); ++i) {
         const auto digit = static_cast<unsigned char>(baseSet[i]);
-        values[digit] = quint8(i);
-        values[digit | 0x20] = quint8(i); // lower case in ASCII, where the digits 0 to 9 have this bit anyway
+        values[digit] = static_cast<quint8>(i);
+        values[digit | 0x20] = static_cast<quint8>(i); // lower case in ASCII; the digits 0 to 9 have this bit already
     }
     return values;
 }
 
-// How many digits make up one limb: 64 bits of binary and hexadecimal ones, and the most decimal ones that fit.
-constexpr size_t getChunkDigits(size_t base)
+// Returns the number of digits in a limb: 64 bits of binary or hexadecimal digits, or as many decimal digits as fit.
+constexpr std::size_t getChunkDigits(std::size_t base)
 {
     return base == 2 ? 64 : base == 16 ? 16 : 19;
 }
@@ -82,39 +85,39 @@ void removeLeadingZeros(Limbs &number)
     }
 }
 
-// Reads a number in the base of one limb's digits: 2^64, or 10^19 for decimal ones.
+// Reads the digits into limbs of base 2^64, or of base 10^19 if they are decimal.
 Limbs readChunks(const std::string &value, const std::string &baseSet)
 {
     const DigitValues values = getDigitValues(baseSet);
     const Limb base = baseSet.size();
-    const size_t chunkDigits = getChunkDigits(baseSet.size());
-    Limbs chunks((qsizetype(value.size() + chunkDigits - 1) / qsizetype(chunkDigits)));
+    const std::size_t chunkDigits = getChunkDigits(baseSet.size());
+    Limbs chunks(static_cast<qsizetype>((value.size() + chunkDigits - 1) / chunkDigits));
     const char *begin = value.data();
-    for (size_t i = size_t(chunks.size()); i-- > 0;) {
+    for (auto i = static_cast<std::size_t>(chunks.size()); i-- > 0;) {
         Limb chunk = 0;
         for (const char *const end = value.data() + value.size() - i * chunkDigits; begin != end; ++begin) {
             chunk = chunk * base + values[static_cast<unsigned char>(*begin)];
         }
-        chunks[qsizetype(i)] = chunk;
+        chunks[static_cast<qsizetype>(i)] = chunk;
     }
     removeLeadingZeros(chunks);
     return chunks;
 }
 
-// Writes a number in the base of one limb's digits. The base is a constant so that dividing by it is cheap.
-template <size_t base>
+// Writes limbs as digits. The base is a template parameter, since division by a constant is cheaper.
+template <std::size_t base>
 std::string writeChunks(const Limbs &chunks, const std::string &baseSet)
 {
-    constexpr size_t chunkDigits = getChunkDigits(base);
+    constexpr std::size_t chunkDigits = getChunkDigits(base);
     if (chunks.isEmpty()) {
         return baseSet.substr(0, 1);
     }
-    std::string text(size_t(chunks.size()) * chunkDigits, baseSet.front());
+    std::string text(static_cast<std::size_t>(chunks.size()) * chunkDigits, baseSet.front());
     char *end = text.data() + text.size();
     for (const Limb chunk : chunks) {
         char *digit = end;
         Limb rest = chunk;
-        for (; rest >= base; rest /= base * base) { // by pairs, since one division has to wait for the other
+        for (; rest >= base; rest /= base * base) { // two digits per division: each division waits for the one before
             *--digit = baseSet[rest % base];
             *--digit = baseSet[rest / base % base];
         }
@@ -126,14 +129,14 @@ std::string writeChunks(const Limbs &chunks, const std::string &baseSet)
     return text.erase(0, text.find_first_not_of(baseSet.front()));
 }
 
-// From base 10^19 to base 2^64.
+// Converts from base 10^19 to base 2^64.
 Limbs toBinary(const Limbs &chunks)
 {
     Limbs number;
     for (qsizetype i = chunks.size(); i-- > 0;) {
         Limb carry = chunks[i];
         for (Limb &limb : number) {
-            const WideLimb product = multiplyAdd(limb, CHUNK_BASE, carry);
+            const WideLimb product = multiplyAdd(limb, chunkBase, carry);
             limb = product.low;
             carry = product.high;
         }
@@ -144,7 +147,7 @@ Limbs toBinary(const Limbs &chunks)
     return number;
 }
 
-// From base 2^64 to base 10^19.
+// Converts from base 2^64 to base 10^19.
 Limbs toDecimal(Limbs number)
 {
     Limbs chunks;
@@ -158,6 +161,7 @@ Limbs toDecimal(Limbs number)
     }
     return chunks;
 }
+
 } // namespace
 
 const BaseConverter &BaseConverter::getBinaryToDecimalConverter()
@@ -192,7 +196,7 @@ BaseConverter::BaseConverter(const std::string &sourceBaseSet, const std::string
 
 std::string BaseConverter::convert(const std::string &value) const
 {
-    // Every converter has decimal digits on one side, and those of a power of two on the other.
+    // Each converter has a decimal alphabet on one side, and on the other one whose base is a power of two.
     const Limbs chunks = readChunks(value, sourceBaseSet);
     switch (getTargetBase()) {
     case 2:

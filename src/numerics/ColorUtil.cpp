@@ -4,15 +4,17 @@
 #include <cmath>
 
 namespace {
+
 float mix(float first, float second, double weight)
 {
-    return static_cast<float>(double(first) * weight + double(second) * (1.0 - weight));
+    return static_cast<float>(static_cast<double>(first) * weight + static_cast<double>(second) * (1.0 - weight));
 }
 
 int getByte(unsigned int color, int shift)
 {
-    return int((color >> shift) & 0xFF);
+    return static_cast<int>(color >> shift & 0xFF);
 }
+
 } // namespace
 
 QColor ColorUtil::interpolate(const QColor &first, const QColor &second, double weight)
@@ -27,7 +29,7 @@ unsigned int ColorUtil::interpolate(unsigned int first, unsigned int second, dou
 {
     const QColor from = toQColor(first);
     const QColor to = toQColor(second);
-    // The alpha is left out rather than mixed: outside 0 to 1 it would make the whole colour invalid.
+    // The alpha is not mixed: outside 0 to 1 it would make the colour invalid.
     const QColor mixed = QColor::fromRgbF(mix(from.redF(), to.redF(), weight),
         mix(from.greenF(), to.greenF(), weight),
         mix(from.blueF(), to.blueF(), weight));
@@ -41,7 +43,7 @@ QColor ColorUtil::makeDarkerColor(const QColor &color, int amount)
     int value = 0;
     int alpha = 0;
     color.getHsv(&hue, &saturation, &value, &alpha);
-    // Colours of 16 bits a channel round up to 360, which QColor::fromHsv() refuses.
+    // A hue of 16 bits may round up to 360, which QColor::fromHsv() rejects.
     if (hue == 360) {
         hue = 0;
     }
@@ -50,15 +52,16 @@ QColor ColorUtil::makeDarkerColor(const QColor &color, int amount)
 
 QColor ColorUtil::makeDarkerColor(const QColor &color, float fraction)
 {
-    const float positive = fraction > 0.0f ? fraction : 0.0f; // not a number gives 0, too
+    const float positive = fraction > 0.0f ? fraction : 0.0f; // NaN gives 0, too
     const float share = positive < 1.0f ? positive : 1.0f;
     return makeDarkerColor(color, static_cast<int>(std::ceil(static_cast<float>(color.value()) * share)));
 }
 
 unsigned int ColorUtil::toAABBGGRR(const QColor &color, bool useAlpha)
 {
-    const unsigned int alpha = useAlpha ? unsigned(color.alpha()) : 0xFFu;
-    return alpha << 24 | unsigned(color.blue()) << 16 | unsigned(color.green()) << 8 | unsigned(color.red());
+    const auto toUnsigned = [](int channel) { return static_cast<unsigned int>(channel); };
+    const unsigned int alpha = useAlpha ? toUnsigned(color.alpha()) : 0xFF;
+    return alpha << 24 | toUnsigned(color.blue()) << 16 | toUnsigned(color.green()) << 8 | toUnsigned(color.red());
 }
 
 QColor ColorUtil::toQColor(unsigned int color)

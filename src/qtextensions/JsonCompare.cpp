@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <deque>
 #include <limits>
 #include <numeric>
@@ -18,17 +19,26 @@
 #include <variant>
 #include <vector>
 
-namespace {
-constexpr double FIRST_INEXACT = 9007199254740992.0; // 2^53: from here on an integer shares its double with others
-constexpr double INTEGER_LIMIT = 9223372036854775808.0; // 2^63: beyond it no integer equals a double
+// Equality of numbers is not transitive. QJsonValue compares two integers exactly, but an integer and a double as
+// doubles:
+//   9223372036854775806 != 9223372036854775807        both are integers
+//   9223372036854775806 == 9223372036854775808.0      the integer is rounded to this double
+//   9223372036854775807 == 9223372036854775808.0      so is this one
+// Such a double is called ambiguous here. Equal values need equal hashes, so a document with an ambiguous double has
+// its integers hashed as doubles. That lets unequal integers share a hash, and finding their partners may take O(n^2).
 
-// Qt's CBOR types share the data of its JSON types and hand out nested containers at about half the cost.
+namespace {
+
+constexpr double firstInexact = 9007199254740992.0; // 2^53: from here on, several integers round to the same double
+constexpr double integerLimit = 9223372036854775808.0; // 2^63: no integer is rounded to a double beyond it
+
+// Qt's CBOR types share the data of its JSON types. Access to nested containers costs about half as much.
 bool holdsNaN(const QCborValue &value)
 {
     if (value.isArray()) {
         for (qint64 i = 0;; ++i) {
             const QCborValue element = value[i];
-            if (element.isUndefined()) { // behind the last one: JSON data has no undefined elements
+            if (element.isUndefined()) { // behind the end: JSON arrays contain no undefined values
                 return false;
             }
             if (holdsNaN(element)) {
@@ -54,29 +64,27 @@ quint64 mix(quint64 hash)
     return hash ^ (hash >> 31);
 }
 
-// How integers are hashed that share their double with others.
+// How to hash integers that round to the same double as others.
 enum class LargeIntegers {
     Exactly,
-    AsDoubles ///< so that they meet the doubles that they equal
+    AsDoubles // the same hash as that of the equal double
 };
 
-/*
- * The root of a document and all within it, with everything in a container behind it and close together, so that each
- * pass is a plain loop over near memory. Equal values get equal hashes. The hash of a container does not depend on the
- * order of its elements, and these are sorted by hash. The seed of the process is in every hash, so that no text can be
- * made beforehand whose many different elements share one.
- */
+// A document as flat vectors, so that each pass is a loop over adjacent memory. A container comes before its elements.
+//
+// Equal values have equal hashes. The hash of a container does not depend on the order of its elements, which are
+// sorted by hash. Hashes are seeded per process, so that nobody can prepare a document with many colliding elements.
 class Tree
 {
 public:
-    static constexpr size_t NO_CONTAINER = std::numeric_limits<size_t>::max();
+    static constexpr std::size_t noContainer = std::numeric_limits<std::size_t>::max();
 
     // An element of an array or a member of an object.
     struct Element
     {
-        quint64 hash; // of key and value
-        size_t position; // in the array or object
-        size_t container; // index of the container that it is, or NO_CONTAINER
+        quint64 hash; // of the key, if any, and the value
+        std::size_t position; // index in the array or object
+        std::size_t container; // index in Tree::containers if the value is a container, otherwise noContainer
 
         bool operator<(const Element &other) const
         {
@@ -87,9 +95,9 @@ public:
     struct Container
     {
         std::variant<QJsonArray, QJsonObject> data;
-        size_t self; // the element that it is
-        size_t firstElement = 0;
-        size_t count = 0;
+        std::size_t self; // index in Tree::elements
+        std::size_t firstElement = 0;
+        std::size_t count = 0;
 
         const QJsonArray *getArray() const { return std::get_if<QJsonArray>(&data); }
 
@@ -103,15 +111,15 @@ public:
             return array ? array->at(toOffset(element)) : (getObject()->begin() + toOffset(element)).value();
         }
 
-        static qsizetype toOffset(const Element &element) { return qsizetype(element.position); }
+        static qsizetype toOffset(const Element &element) { return static_cast<qsizetype>(element.position); }
     };
 
     Tree(const QJsonDocument &document, LargeIntegers largeIntegers);
 
-    // Whether a double stands in the document that equals integers of which no two are equal.
-    bool holdsBlurringDouble() const { return hasBlurringDouble; }
+    // Returns whether the document contains a double that equals several unequal integers.
+    bool holdsAmbiguousDouble() const { return hasAmbiguousDouble; }
 
-    const Container &getContainer(size_t container) const { return containers[container]; }
+    const Container &getContainer(std::size_t container) const { return containers[container]; }
 
     const Element *getElements(const Container &container) const { return elements.data() + container.firstElement; }
 
@@ -119,17 +127,17 @@ public:
 
 private:
     void addElements(Container &container);
-    void addElement(QJsonValueConstRef value, quint64 keyHash, size_t position);
+    void addElement(QJsonValueConstRef value, quint64 keyHash, std::size_t position);
     quint64 hashLeaf(QJsonValueConstRef value);
     quint64 hashNumber(QJsonValueConstRef value);
     void sortAndHash(const Container &container);
 
     const LargeIntegers largeIntegers;
-    const size_t seed = QHashSeed::globalSeed();
-    bool hasBlurringDouble = false;
-    std::deque<Container> containers; // each one behind the one that it is in; no reference goes stale
-    std::vector<Element> elements; // the root, then the elements of each container side by side
-    std::vector<size_t> unfilled; // containers without their elements yet; the last one is next
+    const std::size_t seed = QHashSeed::globalSeed();
+    bool hasAmbiguousDouble = false;
+    std::deque<Container> containers; // each after its parent; a deque keeps references valid
+    std::vector<Element> elements; // the root, followed by the elements of each container as one block
+    std::vector<std::size_t> unfilled; // stack of the containers whose elements are not added yet
 };
 
 Tree::Tree(const QJsonDocument &document, LargeIntegers largeIntegers)
@@ -142,11 +150,11 @@ Tree::Tree(const QJsonDocument &document, LargeIntegers largeIntegers)
         containers.push_back({document.object(), 0});
     }
     for (unfilled = {0}; !unfilled.empty();) {
-        const size_t container = unfilled.back();
+        const std::size_t container = unfilled.back();
         unfilled.pop_back();
         addElements(containers[container]);
     }
-    for (size_t i = containers.size(); i-- > 0;) {
+    for (std::size_t i = containers.size(); i-- > 0;) {
         sortAndHash(containers[i]);
     }
 }
@@ -166,15 +174,15 @@ void Tree::addElements(Container &container)
     }
 }
 
-void Tree::addElement(QJsonValueConstRef value, quint64 keyHash, size_t position)
+void Tree::addElement(QJsonValueConstRef value, quint64 keyHash, std::size_t position)
 {
     const bool isArray = value.isArray();
     if (!isArray && !value.isObject()) {
-        elements.push_back({mix(keyHash + hashLeaf(value)), position, NO_CONTAINER});
+        elements.push_back({mix(keyHash + hashLeaf(value)), position, noContainer});
         return;
     }
-    const size_t self = elements.size();
-    elements.push_back({keyHash, position, containers.size()}); // the rest of the hash comes with its elements
+    const std::size_t self = elements.size();
+    elements.push_back({keyHash, position, containers.size()}); // sortAndHash() adds the hash of the elements
     unfilled.push_back(containers.size());
     if (isArray) {
         containers.push_back({value.toArray(), self});
@@ -200,29 +208,27 @@ quint64 Tree::hashLeaf(QJsonValueConstRef value)
 quint64 Tree::hashNumber(QJsonValueConstRef value)
 {
     const double number = value.toDouble();
-    const quint64 hash = mix(qHash(number, seed) + 5); // qHash() is the same for both zeros
+    const quint64 hash = mix(qHash(number, seed) + 5); // qHash() is equal for both zeros
     const double magnitude = std::abs(number);
-    if (!(magnitude >= FIRST_INEXACT && magnitude <= INTEGER_LIMIT)) {
+    if (!(magnitude >= firstInexact && magnitude <= integerLimit)) {
         return hash;
     }
-    hasBlurringDouble = hasBlurringDouble || value.toVariant().typeId() == QMetaType::Double;
-    return largeIntegers == LargeIntegers::AsDoubles ? hash : mix(hash + quint64(value.toInteger()));
+    hasAmbiguousDouble = hasAmbiguousDouble || value.toVariant().typeId() == QMetaType::Double;
+    return largeIntegers == LargeIntegers::AsDoubles ? hash : mix(hash + static_cast<quint64>(value.toInteger()));
 }
 
 void Tree::sortAndHash(const Container &container)
 {
-    const auto begin = elements.begin() + std::ptrdiff_t(container.firstElement);
-    const auto end = begin + std::ptrdiff_t(container.count);
+    const auto begin = elements.begin() + static_cast<std::ptrdiff_t>(container.firstElement);
+    const auto end = begin + static_cast<std::ptrdiff_t>(container.count);
     std::sort(begin, end);
     quint64 hash = mix(seed + (container.getObject() ? 6 : 7)) + mix(container.count);
     std::for_each(begin, end, [&hash](const Element &element) { hash += mix(element.hash); });
     elements[container.self].hash = mix(elements[container.self].hash + mix(hash));
 }
 
-/*
- * Decides whether two trees are equal. Only what has the same hash is compared: elements that alone have theirs with
- * each other, those that share one in the order of their positions.
- */
+// Compares two trees. Only elements with the same hash are compared. Several elements with the same hash are tried in
+// the order of their positions.
 class Comparison
 {
 public:
@@ -237,8 +243,8 @@ public:
 private:
     using Container = Tree::Container;
     using Element = Tree::Element;
-    // Pairs of containers, of the first and the second tree, that are still to be compared.
-    using Pairs = QVarLengthArray<std::pair<size_t, size_t>, 4>;
+    // Containers of the first and the second tree that are still to be compared.
+    using Pairs = QVarLengthArray<std::pair<std::size_t, std::size_t>, 4>;
 
     bool areEqual(Pairs pending) const;
     bool matchElements(const Container &left, const Container &right, Pairs &pending) const;
@@ -251,7 +257,7 @@ private:
         const Element *leftRun,
         const Container &right,
         const Element *rightRun,
-        size_t count) const;
+        std::size_t count) const;
 
     const Tree &first;
     const Tree &second;
@@ -269,25 +275,25 @@ bool Comparison::areEqual(Pairs pending) const
     return true;
 }
 
-// Containers that alone have their hash join the pending pairs. Only where several share one does the comparison
-// recurse, each time into less than half of the values: even the deepest document takes little stack.
+// A container with a unique hash is pushed onto the stack of pending pairs. Only for containers that share a hash does
+// the comparison recurse, each time into less than half of the values, so deep documents need little stack.
 bool Comparison::matchElements(const Container &left, const Container &right, Pairs &pending) const
 {
     if (left.data.index() != right.data.index() || left.count != right.count) {
-        return false; // GCOVR_EXCL_LINE: only where hashes collide
+        return false; // GCOVR_EXCL_LINE: requires a hash collision
     }
     const Element *const begin = first.getElements(left);
     const Element *const end = begin + left.count;
     const Element *partner = second.getElements(right);
     const auto hasSameHash = [](const Element &a, const Element &b) { return a.hash == b.hash; };
     if (!std::equal(begin, end, partner, hasSameHash)) {
-        return false; // GCOVR_EXCL_LINE: only where hashes collide
+        return false; // GCOVR_EXCL_LINE: requires a hash collision
     }
     for (const Element *run = begin; run != end;) {
         const auto isBehindRun = [run](const Element &element) { return element.hash != run->hash; };
         const auto count = std::find_if(run + 1, end, isBehindRun) - run;
         const bool isMatch = count == 1 ? matchElement(left, *run, right, *partner, pending)
-                                        : matchRun(left, run, right, partner, size_t(count));
+                                        : matchRun(left, run, right, partner, static_cast<std::size_t>(count));
         if (!isMatch) {
             return false;
         }
@@ -304,10 +310,10 @@ bool Comparison::matchElement(const Container &left,
     Pairs &pending) const
 {
     if (left.getObject() && left.getKey(leftElement) != right.getKey(rightElement)) {
-        return false; // GCOVR_EXCL_LINE: only where hashes collide
+        return false; // GCOVR_EXCL_LINE: requires a hash collision
     }
-    const bool isLeftLeaf = leftElement.container == Tree::NO_CONTAINER;
-    const bool isRightLeaf = rightElement.container == Tree::NO_CONTAINER;
+    const bool isLeftLeaf = leftElement.container == Tree::noContainer;
+    const bool isRightLeaf = rightElement.container == Tree::noContainer;
     if (isLeftLeaf || isRightLeaf) {
         return isLeftLeaf == isRightLeaf && left.getValue(leftElement) == right.getValue(rightElement);
     }
@@ -315,15 +321,19 @@ bool Comparison::matchElement(const Container &left,
     return true;
 }
 
-// Gives each element on the left the first equal one on the right that is still free.
-bool Comparison::matchRun(
-    const Container &left, const Element *leftRun, const Container &right, const Element *rightRun, size_t count) const
+// Matches each element on the left with the first equal element on the right that is not matched yet.
+bool Comparison::matchRun(const Container &left,
+    const Element *leftRun,
+    const Container &right,
+    const Element *rightRun,
+    std::size_t count) const
 {
-    // The free ones as a linked list, element i as entry i + 1: what is taken is unlinked, so n equal ones cost n.
-    std::vector<size_t> next(count + 1);
-    std::iota(next.begin(), next.end(), size_t(1));
+    // A linked list of the unmatched elements: entry i + 1 is element i. Matched elements are unlinked, so n equal
+    // elements take O(n).
+    std::vector<std::size_t> next(count + 1);
+    std::iota(next.begin(), next.end(), std::size_t{1});
     return std::all_of(leftRun, leftRun + count, [&](const Element &element) {
-        for (size_t previous = 0; next[previous] <= count; previous = next[previous]) {
+        for (std::size_t previous = 0; next[previous] <= count; previous = next[previous]) {
             Pairs pending;
             if (matchElement(left, element, right, rightRun[next[previous] - 1], pending) && areEqual(pending)) {
                 next[previous] = next[next[previous]];
@@ -339,6 +349,7 @@ QCborValue toCbor(const QJsonDocument &document)
     return document.isArray() ? QCborValue(QCborArray::fromJsonArray(document.array()))
                               : QCborValue(QCborMap::fromJsonObject(document.object()));
 }
+
 } // namespace
 
 bool json::compare(const QJsonDocument &first, const QJsonDocument &second)
@@ -346,12 +357,12 @@ bool json::compare(const QJsonDocument &first, const QJsonDocument &second)
     const bool areContainers = (first.isArray() && second.isArray()) || (first.isObject() && second.isObject());
     const bool areSame = first == second;
     if (areSame || !areContainers) {
-        // What is equal element by element is equal in any order, but for NaN: Qt finds the same bits equal.
+        // Documents that are equal in this order are equal in any order. NaN is the exception: Qt compares its bits.
         return areSame && !(areContainers && holdsNaN(toCbor(first)));
     }
     const Tree left(first, LargeIntegers::Exactly);
     const Tree right(second, LargeIntegers::Exactly);
-    if (!left.holdsBlurringDouble() && !right.holdsBlurringDouble()) {
+    if (!left.holdsAmbiguousDouble() && !right.holdsAmbiguousDouble()) {
         return Comparison(left, right).isEqual();
     }
     return Comparison(Tree(first, LargeIntegers::AsDoubles), Tree(second, LargeIntegers::AsDoubles)).isEqual();

@@ -4,11 +4,13 @@
 #include <QTouchEvent>
 
 namespace {
+
 QMouseEvent makeMouseEvent(QEvent::Type type, const QPointF &position, Qt::MouseButton button)
 {
     return QMouseEvent(
         type, position, position, position, button, button, Qt::NoModifier, QPointingDevice::primaryPointingDevice());
 }
+
 } // namespace
 
 QMouseEvent qtextensions::QTouchToQMouseEventConversion(const QTouchEvent *event)

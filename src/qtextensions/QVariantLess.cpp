@@ -10,10 +10,12 @@
 #include <tuple>
 
 namespace {
+
 auto toTuple(const QModelIndex &index)
 {
     return std::tuple(index.row(), index.column(), index.internalId(), reinterpret_cast<quintptr>(index.model()));
 }
+
 } // namespace
 
 bool qtextensions::QVariantLess::operator()(const QVariant &lhs, const QVariant &rhs) const

@@ -9,7 +9,7 @@
 
 namespace {
 
-// In the order of their values. Constants, so that exit handlers of clients find them, too.
+// In the order of the values. Constant data, so that exit handlers of clients can use it.
 constexpr std::array<QStringView, 15> fileDeviceErrorNames = {
     u"QFileDevice::NoError",
     u"QFileDevice::ReadError",
@@ -32,7 +32,7 @@ constexpr std::array<QStringView, 15> fileDeviceErrorNames = {
 
 QString QEnumToString::qFileDeviceError(const QFileDevice::FileError &error)
 {
-    // Copied byte by byte: the language does not let a value beyond the enumeration's range be read as a FileError.
+    // Reading a value outside the range of the enumeration as a FileError would be undefined behaviour.
     std::make_unsigned_t<std::underlying_type_t<QFileDevice::FileError>> number = 0;
     static_assert(sizeof number == sizeof error);
     std::memcpy(&number, &error, sizeof number);

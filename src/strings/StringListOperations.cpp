@@ -6,14 +6,12 @@
 
 using namespace Qt::StringLiterals;
 
-namespace StringListOperations {
-
-QList<QString> intersection(const QList<QString> &firstList, const QList<QString> &secondList)
+QList<QString> StringListOperations::intersection(const QList<QString> &firstList, const QList<QString> &secondList)
 {
     QSet<QString> wanted(secondList.cbegin(), secondList.cend());
     QList<QString> result;
     for (const QString &text : firstList) {
-        // What has been found once is not wanted again.
+        // Removed, so that duplicates are not found again.
         if (wanted.remove(text)) {
             result.append(text);
         }
@@ -21,7 +19,7 @@ QList<QString> intersection(const QList<QString> &firstList, const QList<QString
     return result;
 }
 
-QList<QString> subtract(const QList<QString> &firstList, const QList<QString> &secondList)
+QList<QString> StringListOperations::subtract(const QList<QString> &firstList, const QList<QString> &secondList)
 {
     QSet<QString> unwanted;
     unwanted.reserve(firstList.size() + secondList.size());
@@ -30,7 +28,7 @@ QList<QString> subtract(const QList<QString> &firstList, const QList<QString> &s
     }
     QList<QString> result;
     for (const QString &text : firstList) {
-        // What has been taken once is unwanted from then on; the set grows if it is new to it.
+        // Inserted, so that duplicates are not taken again. The set grows only if the text was not in it.
         const qsizetype sizeBefore = unwanted.size();
         unwanted.insert(text);
         if (unwanted.size() != sizeBefore) {
@@ -40,14 +38,14 @@ QList<QString> subtract(const QList<QString> &firstList, const QList<QString> &s
     return result;
 }
 
-QList<QString> unite(const QList<QString> &firstList, const QList<QString> &secondList)
+QList<QString> StringListOperations::unite(const QList<QString> &firstList, const QList<QString> &secondList)
 {
     QList<QString> result = firstList + secondList;
     result.removeDuplicates();
     return result;
 }
 
-void resize(QList<QString> &list, int newSize)
+void StringListOperations::resize(QList<QString> &list, int newSize)
 {
     const qsizetype size = std::max(newSize, 0);
     if (size < list.size()) {
@@ -57,5 +55,3 @@ void resize(QList<QString> &list, int newSize)
         list.insert(list.size(), size - list.size(), u""_s);
     }
 }
-
-} // namespace StringListOperations

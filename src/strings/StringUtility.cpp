@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +40,7 @@ constexpr std::array<QStringView, 22> reservedDeviceNames = {
     u"aux",
 };
 
-// The ASCII classes by hand, not by a regular expression: that would refuse a text with a lone surrogate as a whole.
+// Not regular expressions: QRegularExpression does not match anything in a text with a lone surrogate.
 
 bool isAsciiLetterOrDigit(QChar character)
 {
@@ -129,7 +130,7 @@ QString StringUtility::fromHtmlEscapedToPlainText(const QString &text)
 void StringUtility::patientNameToFirstLastName(const QString &patientName, QString &firstName, QString &lastName)
 {
     const qsizetype blank = patientName.indexOf(u' ');
-    // Both are made before either is assigned: a result may be the variable that holds the name.
+    // Assigned last: patientName may refer to the same object as firstName or lastName.
     QString first = patientName.left(blank);
     QString last = blank < 0 ? u""_s : patientName.sliced(blank + 1);
     firstName = std::move(first);
@@ -186,7 +187,7 @@ void StringUtility::versionStringTo2Numbers(const QString &versionText, int &maj
         minorNumber = -1;
         return;
     }
-    const QStringView behindDot = text.sliced(dot + 1);
+    const QStringView rest = text.sliced(dot + 1);
     majorNumber = text.first(dot).toInt();
-    minorNumber = behindDot.left(behindDot.indexOf(u'.')).toInt();
+    minorNumber = rest.left(rest.indexOf(u'.')).toInt();
 }

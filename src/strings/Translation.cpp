@@ -2,19 +2,17 @@
 
 #include <QCoreApplication>
 
-namespace strings {
-
-QString tr(const char *context, const QString &key)
+QString strings::tr(const char *context, const QString &key)
 {
     return QCoreApplication::translate(context, key.toUtf8().constData(), nullptr, -1);
 }
 
-QString tr(const QString &context, const QString &key)
+QString strings::tr(const QString &context, const QString &key)
 {
     return tr(context.toUtf8().constData(), key);
 }
 
-QList<QString> tr(const char *context, const QList<QString> &keys)
+QList<QString> strings::tr(const char *context, const QList<QString> &keys)
 {
     QList<QString> result;
     result.reserve(keys.size());
@@ -24,9 +22,7 @@ QList<QString> tr(const char *context, const QList<QString> &keys)
     return result;
 }
 
-QList<QString> tr(const QString &context, const QList<QString> &keys)
+QList<QString> strings::tr(const QString &context, const QList<QString> &keys)
 {
     return tr(context.toUtf8().constData(), keys);
 }
-
-} // namespace strings
