@@ -3,11 +3,11 @@
 
 #include <qtextensions/JsonCompare.h>
 
-#include <benchmark/benchmark.h>
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <benchmark/benchmark.h>
 
 using namespace Qt::StringLiterals;
 

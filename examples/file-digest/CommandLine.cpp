@@ -1,10 +1,10 @@
 #include "CommandLine.h"
 
+#include <tarnwick_version.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QTextStream>
-
-#include <tarnwick_version.h>
 
 #include <cstdlib>
 

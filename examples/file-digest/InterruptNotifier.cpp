@@ -4,11 +4,11 @@
 
 #include <QSocketNotifier>
 
+#include <unistd.h>
+
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-
-#include <unistd.h>
 
 namespace {
 
