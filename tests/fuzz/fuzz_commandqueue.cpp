@@ -257,14 +257,14 @@ private:
     using Operation = void (*)(Queue &queue, const Pointer &command, int number);
 
     static constexpr std::pair<const char *, Operation> operations[] = {{"nothing", [](auto &, auto &, int) {}},
-        {"addCommand", [](auto &queue, auto &command, int) { queue.addCommand(command); }},
-        {"cancelCommand", [](auto &queue, auto &command, int) { queue.cancelCommand(command); }},
+        {"addCommand", [](auto &called, auto &command, int) { called.addCommand(command); }},
+        {"cancelCommand", [](auto &called, auto &command, int) { called.cancelCommand(command); }},
         {"cancelCommandByReference",
-            [](auto &queue, auto &command, int) {
-                queue.cancelCommandByReference(command->getCommandData()->getReference());
+            [](auto &called, auto &command, int) {
+                called.cancelCommandByReference(command->getCommandData()->getReference());
             }},
-        {"removeCommand", [](auto &queue, auto &command, int) { queue.removeCommand(command); }},
-        {"pause", [](auto &queue, auto &, int) { queue.pause(); }},
+        {"removeCommand", [](auto &called, auto &command, int) { called.removeCommand(command); }},
+        {"pause", [](auto &called, auto &, int) { called.pause(); }},
         {"resume", [](auto &, auto &command, int) { command->resume(); }},
         {"setError", [](auto &, auto &command, int number) { command->setError(number - 1); }},
         {"setStatus",
@@ -274,9 +274,9 @@ private:
         {"setStatus REQUIRE_USER_ACTION",
             [](auto &, auto &command, int) { command->getCommandData()->setStatus(CommandData::REQUIRE_USER_ACTION); }},
         {"startable or not", [](auto &, auto &command, int) { command->startable = !command->startable; }},
-        {"startNextCommand", [](auto &queue, auto &, int) { queue.startNextCommand(); }},
-        {"process", [](auto &queue, auto &, int) { queue.process(); }},
-        {"process", [](auto &queue, auto &, int) { queue.process(); }}};
+        {"startNextCommand", [](auto &called, auto &, int) { called.startNextCommand(); }},
+        {"process", [](auto &called, auto &, int) { called.process(); }},
+        {"process", [](auto &called, auto &, int) { called.process(); }}};
 
     void happen(const QString &event, const void *data)
     {

@@ -1,4 +1,4 @@
-# Runs PROGRAM, which is file-digest, and fails unless the transcript is the text of EXPECTED.
+# Runs PROGRAM, which is file-digest, by EMULATOR if there is one, and fails unless the transcript is the text of EXPECTED.
 set(folder "${WORK}/file-digest")
 file(REMOVE_RECURSE "${folder}")
 string(REPEAT "x" 196609 chunks)
@@ -22,7 +22,7 @@ endfunction()
 # run_digest(<argument>...)
 macro(run_digest)
     string(JOIN " " line file-digest ${ARGN})
-    run("${line}" "${PROGRAM}" ${ARGN})
+    run("${line}" ${EMULATOR} "${PROGRAM}" ${ARGN})
 endmacro()
 
 if(SYSTEM STREQUAL "common")
