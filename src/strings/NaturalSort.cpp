@@ -52,7 +52,7 @@ bool isPlainText(const QString &text)
     return !text.isEmpty() && std::all_of(text.cbegin(), text.cend(), isAsciiOrLetter);
 }
 
-bool doKeysFollowComparison(const QCollator &collator, const QList<QString> &list)
+bool doKeysFollowComparison([[maybe_unused]] const QCollator &collator, const QList<QString> &list)
 {
     // Only ICU compares "01" and "1" equivalent. Windows and macOS do not document what their collators do here.
 #if defined(Q_OS_WIN) || defined(Q_OS_DARWIN)
