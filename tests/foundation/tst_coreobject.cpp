@@ -68,10 +68,10 @@ private Q_SLOTS:
         Shape copy{Shape()};
         copy.enter(u"shape"_s);
         QVERIFY(log.getLines().isEmpty());
-        copy.enter(u"shape"_s);
+        copy.enter(u"Shape"_s);
         QCOMPARE(copy.getInheritanceList(), QList<QString>({u"Shape"_s, u"shape"_s}));
         QCOMPARE(log.getLines(),
-            QStringList(u"1 default CoreObject : duplicate class type id detected; ignored:  \"shape\""_s));
+            QStringList(u"1 default CoreObject : duplicate class type id detected; ignored:  \"Shape\""_s));
     }
 };
 

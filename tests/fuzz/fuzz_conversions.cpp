@@ -100,12 +100,10 @@ void checkRealWriters(Input &input)
     const auto [x, y] = std::pair(float(a), float(b));
     const std::vector<QPointF> path(std::size_t(input.below(8)), QPointF(a, b));
     const QVector3D vector(x, y, -x);
-    const QMatrix4x4 matrix(x, y, -x, 0, 1, -y, 0, 0, -1, 0.5, x, y, 0, 0, 0, 1);
     check(Own::qpointfToString({a, b}, precision), reference::qpointfToString({a, b}, precision), values);
     check(Own::qpointfVectorToString(path, precision), reference::qpointfVectorToString(path, precision), values);
     check(
         Own::vector3DToString(vector, precision, fixed), reference::vector3DToString(vector, precision, fixed), values);
-    check(Own::matrix4x4ToString(matrix, u','), reference::matrix4x4ToString(matrix, u','), values);
 }
 
 } // namespace
