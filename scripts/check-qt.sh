@@ -1,57 +1,139 @@
 #!/usr/bin/env bash
-# Builds everything and passes the tests with each compiler and Qt that the library is for: g++ and clang 14 on this
-# machine's Qt, and g++ on the newer Qt of a Debian trixie. A warning is an error, a call that Qt deprecates included.
-# usage: scripts/check-qt.sh
+# Builds everything and passes the tests with the compilers, versions of Qt and standards of C++ that the library supports.
+# A warning is an error, that of a function deprecated in Qt included.
+# usage: scripts/check-qt.sh [PART...]   without one: all but the last
+#   gcc         g++ and Qt of this machine
+#   clang       clang 14 and Qt of this machine
+#   libc++      the same with libc++, which has no std::from_chars() and std::to_chars() for floating-point numbers
+#   trixie      g++ and Qt of Debian trixie
+#   sid         g++ and Qt of Debian sid, as C++17, C++20 and C++23
+#   standards   g++ and Qt of this machine, as C++20 and C++23
 #
-# The first run installs that Debian in ~/.cache/tarnwick/trixie, about 1.6 GB, which takes root's rights; later ones use it
-# as it is. What is built there is a copy of this checkout's files.
+# The first run installs trixie and sid in ~/.cache/tarnwick, 1.6 GB each, which takes root's rights. Later runs use trixie
+# unchanged and upgrade sid. A copy of this checkout's files is built there. A sid that cannot be installed or upgraded is
+# reported and left out.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh clang-14 debootstrap
-root=${XDG_CACHE_HOME:-$HOME/.cache}/tarnwick/trixie
-
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/tarnwick
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo -n)
-
-# Installs Debian trixie from the repository that this machine's own packages come from.
-install_trixie() {
-    local repository
-    repository=$(apt-cache madison debootstrap | awk 'NR == 1 { print $5 }')
-    "${as_root[@]}" rm -rf --one-file-system "$root"
-    "${as_root[@]}" debootstrap --variant=minbase trixie "$root" "$repository"
-    "${as_root[@]}" touch "$root/installed"
-}
-
-# Runs a command in the checkout's copy, in trixie and out of this machine's environment. Its mounts and processes end
-# with it.
-in_trixie() {
-    "${as_root[@]}" unshare --mount --pid --fork --kill-child --root="$root" --wd=/tarnwick --mount-proc \
-        env -i PATH=/usr/sbin:/usr/bin HOME=/root LANG=C.UTF-8 "$@"
-}
-
-have_trixie() { [ -e "$root/installed" ]; }
-
-if ! have_trixie; then
-    mkdir -p "$(dirname "$root")"
-    echo "check-qt: installing Debian trixie; what it says goes to $root.log"
-    trap 'have_trixie || { tail -n 20 "$root.log"; echo "check-qt: no trixie, see $root.log"; } >&2' EXIT
-    install_trixie >"$root.log" 2>&1
-fi
-
 say='echo "== $($0 --version | head -n 1), Qt $(qmake6 -query QT_VERSION)"'
 
-sh -c "$say" g++
-scripts/test.sh dev release
+# Runs a command in the copy of the checkout in a Debian, without this machine's environment. Its mounts and processes end
+# with the command.
+run_in() { # DEBIAN COMMAND...
+    "${as_root[@]}" unshare --mount --pid --fork --kill-child --root="$cache/$1" --wd=/tarnwick --mount-proc \
+        env -i PATH=/usr/sbin:/usr/bin HOME=/root LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive "${@:2}"
+}
 
-sh -c "$say" clang++-14
-cmake --preset release -B build/clang -DCMAKE_CXX_COMPILER=clang++-14 --log-level=WARNING
-cmake --build build/clang
-ctest --test-dir build/clang --output-on-failure --no-tests=error
+# Installs a Debian, from the repository of this machine's own packages, and in it what the build needs.
+install_debian() { # DEBIAN
+    local repository root=$cache/$1
+    if [ ! -e "$root/installed" ]; then
+        repository=$(apt-cache madison debootstrap | awk 'NR == 1 { print $5 }')
+        "${as_root[@]}" rm -rf --one-file-system "$root" || return
+        "${as_root[@]}" debootstrap --variant=minbase "$1" "$root" "$repository" || return
+        "${as_root[@]}" touch "$root/installed" || return
+    fi
+    "${as_root[@]}" rm -rf "$root/tarnwick" || return
+    "${as_root[@]}" mkdir "$root/tarnwick" || return
+    git ls-files -z --cached --others --exclude-standard | tar -c --null -T - |
+        "${as_root[@]}" tar -x -C "$root/tarnwick" || return
+    if [ "$1" = sid ]; then
+        # The index of sid expires after a week, and a mirror may be older.
+        echo 'Acquire::Check-Valid-Until "false";' |
+            "${as_root[@]}" tee "$root/etc/apt/apt.conf.d/90check-valid-until" || return
+        run_in "$1" apt-get update -q || return
+        run_in "$1" apt-get dist-upgrade -qy --no-install-recommends || return
+    fi
+    run_in "$1" scripts/setup.sh
+}
 
-"${as_root[@]}" rm -rf "$root/tarnwick"
-"${as_root[@]}" mkdir "$root/tarnwick"
-git ls-files -z --cached --others --exclude-standard | tar -c --null -T - | "${as_root[@]}" tar -x -C "$root/tarnwick"
-in_trixie scripts/setup.sh
-in_trixie sh -c "$say" g++
-in_trixie scripts/test.sh dev release
+prepare_debian() { # DEBIAN
+    scripts/setup.sh debootstrap
+    mkdir -p "$cache"
+    echo "check-qt: preparing Debian $1; the output goes to $cache/$1.log"
+    install_debian "$1" >"$cache/$1.log" 2>&1 || {
+        tail -n 20 "$cache/$1.log" >&2
+        return 1
+    }
+    run_in "$1" sh -c "$say" g++
+}
+
+# The tests of a build that has no preset.
+build_and_test() { # FOLDER CMAKE-OPTION...
+    cmake --preset dev -B "$1" "${@:2}" --log-level=WARNING
+    cmake --build "$1"
+    ctest --test-dir "$1" --parallel "$(nproc)" --output-on-failure --no-tests=error "${left_out[@]}"
+}
+left_out=()
+
+check_gcc() {
+    scripts/setup.sh
+    sh -c "$say" g++
+    scripts/test.sh dev release
+}
+
+check_clang() {
+    scripts/setup.sh clang-14
+    sh -c "$say" clang++-14
+    build_and_test build/clang -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=clang++-14
+}
+
+# Qt's own functions take types of libstdc++, whose names differ. tests/support/libcxx has those that library and tests
+# call. Left out:
+# - symbols: the list has the names of libstdc++'s types
+# - consumer, consumer-static, subproject-*, gdb-*: their clients are built with the compiler's own standard library
+# - documentation, model-*: nothing in them is compiled
+check_libcxx() {
+    scripts/setup.sh clang-14 libc++-14-dev libc++abi-14-dev
+    sh -c "$say" clang++-14
+    local build=$PWD/build/libc++ headers flags
+    headers=$(qmake6 -query QT_INSTALL_HEADERS)
+    flags=(-std=c++17 -O1 -fPIC -Wall -Wextra -Werror -isystem "$headers" -isystem "$headers/QtCore")
+    mkdir -p "$build"
+    clang++-14 "${flags[@]}" -stdlib=libc++ -c tests/support/libcxx/qt.cpp -o "$build/qt.o"
+    clang++-14 "${flags[@]}" -c tests/support/libcxx/forward.cpp -o "$build/forward.o"
+    rm -f "$build/libqt.a"
+    ar rcs "$build/libqt.a" "$build/qt.o" "$build/forward.o"
+
+    local -a left_out=(-E '^(symbols|consumer|subproject-|gdb-|documentation|model-)')
+    build_and_test "$build" -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_CXX_FLAGS=-stdlib=libc++ \
+        -DCMAKE_CXX_STANDARD_LIBRARIES="$build/libqt.a $(qmake6 -query QT_INSTALL_LIBS)/libQt6Core.so -l:libstdc++.so.6"
+}
+
+check_standards() {
+    scripts/setup.sh
+    local standard
+    for standard in 20 23; do
+        echo "== C++$standard"
+        build_and_test "build/c++$standard" -DCMAKE_CXX_STANDARD="$standard"
+    done
+}
+
+check_trixie() {
+    prepare_debian trixie
+    run_in trixie scripts/test.sh dev release
+}
+
+check_sid() {
+    if ! prepare_debian sid; then
+        echo "check-qt: Debian sid is left out, it cannot be installed or upgraded now; see $cache/sid.log" >&2
+        return
+    fi
+    run_in sid scripts/test.sh dev release
+    run_in sid scripts/check-qt.sh standards
+}
+
+[ $# -gt 0 ] || set -- gcc clang libc++ trixie sid
+for part in "$@"; do
+    case $part in
+    gcc | clang | trixie | sid | standards) "check_$part" ;;
+    libc++) check_libcxx ;;
+    *)
+        echo "check-qt: no part is named $part" >&2
+        exit 2
+        ;;
+    esac
+done
