@@ -19,25 +19,7 @@ scripts/setup.sh perl
 version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/tarnwick/qt-tsan
 qt=$cache/build
-recipe="$version, sharing in stated order"
-
-# Has Qt's implicit sharing state the order that it relies on. Before it overwrites shared data in place, it asks with a
-# relaxed load whether anybody else holds a reference. Where another thread has just dropped the one that it read the
-# data through, that drop, a release, comes first, since the load saw it; and on no processor does a write overtake the
-# branch that it depends on. But a relaxed load orders nothing by the language's rules, and the sanitizer, which goes by
-# them, takes that thread's reads and these writes for a race. An acquiring load says what holds anyway. It says a
-# little more: reads behind the question count as ordered, too, which a processor that reads ahead does not promise.
-state_order() {
-    local file
-    cd "$cache/source/src/corelib/tools"
-    sed -i -E 's/\bref_\.loadRelaxed\(\) (!=|>) 1;/ref_.loadAcquire() \1 1;/' qarraydata.h
-    sed -i -E 's/\bref\.loadRelaxed\(\) != 1\b/ref.loadAcquire() != 1/' qshareddata.h
-    sed -i -E '/\bisShared\(\)/,/\}/ s/\batomic\.loadRelaxed\(\)/atomic.loadAcquire()/' qrefcount.h
-    for file in qarraydata.h:2 qshareddata.h:2 qrefcount.h:1; do
-        [ "$(grep -c 'loadAcquire()' "${file%:*}")" -eq "${file#*:}" ] ||
-            { echo "tsan: ${file%:*} does not ask for the reference count as it used to" && return 1; }
-    done
-}
+recipe="$version, unchanged"
 
 # Builds what the tests need, to be used where it is built. The bundled libraries take the place of the
 # machine's, and GLib and ICU stay out: what lies under Qt should not be blind to the sanitizer either.
@@ -62,7 +44,6 @@ if ! have_qt; then
     echo "tsan: building Qt $version with the thread sanitizer; what it says goes to $cache/build.log"
     trap 'have_qt || { tail -n 20 "$cache/build.log"; echo "tsan: no Qt, see $cache/build.log"; } >&2' EXIT
     scripts/fetch-source.sh qt6-base-dev "$cache/source" >"$cache/build.log" 2>&1
-    (state_order) >>"$cache/build.log" 2>&1
     build_qt >>"$cache/build.log" 2>&1
 fi
 
