@@ -29,7 +29,8 @@ public:
     QString getTitle() const override;
     QString getTypeName() const override;
 
-    /** Returns the size of the file when the command was last executed; before, what setTotalBytes() was given, or 0. */
+    /** Returns the size of the file when the command was last executed; before, what setTotalBytes() was given, or 0.
+     */
     qint64 getTotalBytes() const;
     void setTotalBytes(qint64 bytes);
 
