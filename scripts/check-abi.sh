@@ -2,7 +2,7 @@
 # Compares the binary interface of this checkout with that of a release: the layout of classes, virtual tables and
 # signatures. The release is built from its commit in a worktree under build/abi.
 # usage: scripts/check-abi.sh [COMMIT]   default: the last tag
-# exit code: 0 if nothing has changed or there are only additions; 1 if clients break; 2 if there is nothing to compare with
+# exit code: 0 if there are only additions; 1 if anything has changed or is missing; 2 if there is nothing to compare with
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -26,26 +26,21 @@ build_library() { # SOURCE BUILD
     cmake --build "$2" --target Tarnwick
 }
 
-git worktree prune
-[ -e "$worktree" ] || git worktree add --quiet --force --detach "$worktree" "$release"
-git -C "$worktree" checkout --quiet --detach "$release"
+trap 'git worktree remove --force "$worktree"' EXIT
+git worktree add --quiet --force --detach "$worktree" "$release"
 build_library "$worktree" build/abi/release-build
 build_library . build/abi/checkout-build
 
-# Bit 4 of abidiff's exit code is any change, bit 8 one that breaks clients; 1 and 2 are errors.
+# Additions are ignored. Bits 1 and 2 of abidiff's exit code are errors, the others changes.
 result=0
-abidiff --headers-dir1 "$worktree/src" --headers-dir2 src --drop-private-types \
+abidiff --no-added-syms --headers-dir1 "$worktree/src" --headers-dir2 src --drop-private-types \
     build/abi/release-build/src/libTarnwick.so build/abi/checkout-build/src/libTarnwick.so || result=$?
 if ((result & 3)); then
     echo "check-abi: abidiff failed" >&2
     exit 2
 fi
-if ((result & 8)); then
-    echo 'check-abi: clients break; see "Changing the interface" in CONTRIBUTING.md' >&2
+if ((result)); then
+    echo 'check-abi: the interface has changed; see "Changing the interface" in CONTRIBUTING.md' >&2
     exit 1
 fi
-if ((result == 0)); then
-    echo "check-abi: nothing has changed since $release"
-else
-    echo "check-abi: changes since $release that break no client are listed above; read them"
-fi
+echo "check-abi: nothing but additions since $release"
