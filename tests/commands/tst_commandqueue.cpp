@@ -117,35 +117,22 @@ const auto release = [](Fixture &f) {
     f.a.command.reset();
 };
 
-Step add(char name)
-{
-    return [=](Fixture &f) { f.queue.addCommand(f.item(name).command); };
-}
-Step cancel(char name)
-{
-    return [=](Fixture &f) { f.queue.cancelCommand(f.item(name).command); };
-}
-Step cancelReference(const char *reference)
-{
-    return [=](Fixture &f) { f.queue.cancelCommandByReference(QString::fromLatin1(reference)); };
-}
-Step remove(char name)
-{
-    return [=](Fixture &f) { f.queue.removeCommand(f.item(name).command); };
-}
-Step requireUserAction(char name)
-{
-    return [=](Fixture &f) { f.item(name).data.setStatus(CommandData::REQUIRE_USER_ACTION); };
-}
-Step hasCommand(char name)
-{
-    return [=](Fixture &f) { f.log.add(f.queue.hasCommand(f.item(name).command.data()) ? u"yes"_s : u"no"_s); };
-}
+const auto add = [](char name) { return Step([=](Fixture &f) { f.queue.addCommand(f.item(name).command); }); };
+const auto cancel = [](char name) { return Step([=](Fixture &f) { f.queue.cancelCommand(f.item(name).command); }); };
+const auto cancelReference = [](const QString &reference) {
+    return Step([=](Fixture &f) { f.queue.cancelCommandByReference(reference); });
+};
+const auto removeOne = [](char name) { return Step([=](Fixture &f) { f.queue.removeCommand(f.item(name).command); }); };
+const auto requireUserAction = [](char name) {
+    return Step([=](Fixture &f) { f.item(name).data.setStatus(CommandData::REQUIRE_USER_ACTION); });
+};
+const auto hasCommand = [](char name) {
+    return Step([=](Fixture &f) { f.log.add(f.queue.hasCommand(f.item(name).command.data()) ? u"yes"_s : u"no"_s); });
+};
 /** Takes @p steps within the slot or hook that logs @p event next. */
-Step during(const char *event, const Steps &steps)
-{
-    return [=](Fixture &f) { f.reactions.insert(QString::fromLatin1(event), steps); };
-}
+const auto during = [](const char *event, const Steps &steps) {
+    return Step([=](Fixture &f) { f.reactions.insert(QString::fromLatin1(event), steps); });
+};
 
 class FrontScheduler : public CommandScheduler
 {
@@ -268,9 +255,11 @@ private Q_SLOTS:
             "run begins A, A PROCESSING, execute A, T QUEUEING, added T, cancel T, T CANCELLED, removed T, "
             "A FINISHED, removed A, run ends A");
         row("cancel by the reference of two",
-            {add('T'), cancelReference("A")},
+            {add('T'), cancelReference(u"A"_s)},
             "T QUEUEING, added T, cancel A, A CANCELLED, removed A, left T");
-        row("cancel by other references", {cancelReference("a"), cancelReference("A "), cancelReference("")}, "left A");
+        row("cancel by other references",
+            {cancelReference(u"a"_s), cancelReference(u"A "_s), cancelReference({})},
+            "left A");
         row("added again after a cancel",
             {cancel('A'), add('A'), unfinished, process},
             "cancel A, A CANCELLED, removed A, A QUEUEING, added A, run begins A, A PROCESSING, execute A, "
@@ -287,7 +276,7 @@ private Q_SLOTS:
         row("one of two entries is executed",
             {add('A'), during("execute A", {notStartable}), process},
             "added A, run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A, left A");
-        row("a command that is not listed is removed", {remove('T')}, "removed T, left A");
+        row("a command that is not listed is removed", {removeOne('T')}, "removed T, left A");
         row("the first command cannot start",
             {notStartable, add('B'), process},
             "B QUEUEING, added B, run begins B, B PROCESSING, execute B, B FINISHED, removed B, run ends B, left A");
@@ -347,20 +336,20 @@ private Q_SLOTS:
             QTest::newRow(name) << steps << destruction;
         };
         row("run", {release}, "destroyed A");
-        row("second in the run", {add('B'), add('A'), remove('A'), release}, "destroyed A processing");
+        row("second in the run", {add('B'), add('A'), removeOne('A'), release}, "destroyed A processing");
         row("left behind by an error handler",
-            {leaveCurrent, remove('A'), release, add('B')},
+            {leaveCurrent, removeOne('A'), release, add('B')},
             "destroyed A processing");
         row("left behind, then user action",
-            {leaveCurrent, remove('A'), release, requireUserAction('B'), add('B')},
+            {leaveCurrent, removeOne('A'), release, requireUserAction('B'), add('B')},
             "destroyed A paused");
         row("error",
-            {add('B'), add('A'), remove('A'), during("execute A", {error}), release},
+            {add('B'), add('A'), removeOne('A'), during("execute A", {error}), release},
             "destroyed A processing");
         row("error, cleared under the mutex",
             {add('B'),
                 add('A'),
-                remove('A'),
+                removeOne('A'),
                 during("execute A", {error}),
                 during("handleCommandInError", {removeCurrent, clearCurrent}),
                 release},

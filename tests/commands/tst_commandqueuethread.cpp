@@ -107,7 +107,7 @@ void directly(const Sender &sender, Signal signal, Slot slot)
     QObject::connect(&sender, signal, &sender, slot, Qt::DirectConnection);
 }
 
-enum State { BeforeStart, Asleep, InCommandStarted, InExecute, ByExecute, InCommandFinished };
+enum State { BeforeStart, Asleep, InCommandStarted, InExecute, InExecuteTwice, ByExecute, InCommandFinished };
 
 using WakeUp = void (*)(Worker &worker, const Tracked &added);
 const WakeUp add = [](Worker &worker, const Tracked &added) { worker.queue.addCommand(added.command); };
@@ -382,7 +382,7 @@ private Q_SLOTS:
         worker.queue.cancelCommand(item.command);
     }
 
-    /** Stops a worker with A, at a time, and B, which waits. */
+    /** When stop() is called, of a worker with the commands A and B. */
     void stopInEachState_data()
     {
         QTest::addColumn<State>("state");
@@ -392,6 +392,8 @@ private Q_SLOTS:
         QTest::newRow("asleep") << Asleep << "cancel" << cancelledOnce;
         QTest::newRow("in commandStarted") << InCommandStarted << "cancel" << cancelledOnce;
         QTest::newRow("in A's handleExecute()") << InExecute << "execute, pause, cancel, isFinished" << finishedOnce;
+        QTest::newRow("in A's handleExecute(), by two threads")
+            << InExecuteTwice << "execute, pause, cancel, pause, cancel, isFinished" << finishedOnce;
         QTest::newRow("by A's handleExecute()") << ByExecute << "execute, pause, cancel, isFinished" << finishedOnce;
         QTest::newRow("in commandFinished") << InCommandFinished << "execute, isFinished" << finishedOnce;
     }
@@ -402,7 +404,7 @@ private Q_SLOTS:
         std::deque<Tracked> items;
         Worker worker;
         items.emplace_back(u"A"_s, [&](TestCommand &) {
-            if (state == InExecute) {
+            if (state == InExecute || state == InExecuteTwice) {
                 gate.arrive();
             } else if (state == ByExecute) {
                 worker.stop();
@@ -425,10 +427,14 @@ private Q_SLOTS:
             QVERIFY(state == Asleep ? waitFor([&] { return items[0].command->looks == 2; })
                                     : state == ByExecute || gate.waitForArrival());
         }
-        if (state != ByExecute) {
+        if (state == InExecuteTwice) {
+            std::thread other([&] { worker.stop(); });
             worker.stop();
-            QCOMPARE(items[1].end(), cancelledOnce);
+            other.join();
+        } else if (state != ByExecute) {
+            worker.stop();
         }
+        QVERIFY(items[1].waitFor(CommandData::CANCELLED)); // before A returns
         gate.release();
         QVERIFY(worker.wait(timeout));
         QTEST(items[0].command->calls.text(), "callsOfA");
@@ -439,48 +445,31 @@ private Q_SLOTS:
         QVERIFY(worker.wait(timeout));
     }
 
-    void stopOnTwoThreads()
-    {
-        Gate gate;
-        std::deque<Tracked> items;
-        items.emplace_back(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-        items.emplace_back(u"B"_s);
-        Worker worker;
-        countEnds(worker.queue, items);
-        for (const Tracked &item : items) {
-            worker.queue.addCommand(item.command);
-        }
-        worker.start();
-        QVERIFY(gate.waitForArrival());
-        std::thread other([&] { worker.stop(); });
-        worker.stop();
-        other.join();
-        gate.release();
-        QVERIFY(worker.wait(timeout));
-        QCOMPARE(items[0].end(), finishedOnce);
-        QCOMPARE(items[1].end(), cancelledOnce);
-    }
-
-    void stopCancelsWhatIsListedAndFromTheFront()
+    /** A slot cancels C and adds another command while A is removed. */
+    void stopCancelsOnceWhatIsListed()
     {
         QStringList removed;
-        Tracked a(u"A"_s);
-        Tracked b(u"B"_s);
-        Tracked late(u"late"_s);
+        std::deque<Tracked> items;
         Worker worker;
-        worker.queue.addCommand(a.command);
-        worker.queue.addCommand(b.command);
+        for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
+            worker.queue.addCommand(items.emplace_back(reference).command);
+        }
+        Tracked &late = items.emplace_back(u"late"_s);
+        countEnds(worker.queue, items);
         directly(worker.queue, &CommandQueue::commandRemoved, [&](CommandData *data) {
             removed.append(data->getReference());
-            if (data == &a.data) {
+            if (data == &items.front().data) {
                 worker.queue.addCommand(late.command);
+                worker.queue.cancelCommandByReference(u"C"_s);
             }
         });
         worker.stop();
-        QCOMPARE(removed.join(u", "), u"A, B"_s);
+        QCOMPARE(removed.join(u", "), u"A, C, B"_s);
         QCOMPARE(late.data.getStatus(), CommandData::QUEUEING);
         worker.stop();
-        QCOMPARE(removed.join(u", "), u"A, B, late"_s);
+        for (const Tracked &item : items) {
+            QCOMPARE(item.end(), cancelledOnce);
+        }
     }
 
     void startAfterStopProcessesOnce()
@@ -527,22 +516,7 @@ private Q_SLOTS:
         QCOMPARE(last.end(), finishedOnce);
     }
 
-    void commandCancelledByASlotOfStopEndsOnce()
-    {
-        std::deque<Tracked> items;
-        Worker worker;
-        for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
-            worker.queue.addCommand(items.emplace_back(reference).command);
-        }
-        countEnds(worker.queue, items);
-        directly(worker.queue, &CommandQueue::commandRemoved, [&] { worker.queue.cancelCommandByReference(u"C"_s); });
-        worker.stop();
-        for (const Tracked &item : items) {
-            QCOMPARE(item.end(), cancelledOnce);
-        }
-    }
-
-    void workerDoesNotEndBeforeStopHasDoneItsWork()
+    void workerDoesNotEndBeforeStopHasCancelled()
     {
         Tracked item(u"A"_s);
         item.command->startable = false;
@@ -576,22 +550,6 @@ private Q_SLOTS:
             const bool firstRunCameLate = early.data.getStatus() == CommandData::CANCELLED;
             QVERIFY(firstRunCameLate || late.data.getStatus() == CommandData::QUEUEING);
         }
-    }
-
-    void commandsCancelledByStopGoWithoutLocks()
-    {
-        auto queue = std::make_unique<TestQueue>();
-        const TestQueue *probe = queue.get();
-        Tracked item(u"A"_s);
-        bool locked = true;
-        Worker worker(std::move(queue));
-        item.command->destroyed = [&] {
-            locked = probe->isLocked();
-            onAnotherThread([&] { worker.stop(); });
-        };
-        worker.queue.addCommand(std::exchange(item.command, nullptr));
-        worker.stop();
-        QVERIFY(!locked);
     }
 
     void tortureAddAndWait()
