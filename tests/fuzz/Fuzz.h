@@ -14,13 +14,16 @@
 /** Runs one input through a target; a finding ends the process. Called by libFuzzer or by replay.cpp. */
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
-/** Ends the process with a message, which tells the @p input, if @p actual is not what was @p expected. */
+/** Ends the process with a message if the result of @p function for @p input is not what was @p expected. */
 template <typename T, typename Text = QString>
-void check(const T &actual, const T &expected, const Text &input = {})
+void check(const char *function, const T &actual, const T &expected, const Text &input = {})
 {
     if (!(actual == expected)) {
-        const QString message = QStringLiteral("%1: %2 should be %3")
-                                    .arg(QDebug::toString(input), QDebug::toString(actual), QDebug::toString(expected));
+        const QString message = QStringLiteral("%1 of %2 is %3, should be %4")
+                                    .arg(QString::fromLatin1(function),
+                                        QDebug::toString(input),
+                                        QDebug::toString(actual),
+                                        QDebug::toString(expected));
         std::fprintf(stderr, "%s\n", qUtf8Printable(message));
         std::abort();
     }

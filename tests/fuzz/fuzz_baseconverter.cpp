@@ -59,8 +59,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     static const std::string allDigits = "0123456789ABCDEFabcdef";
     Input input(data, size);
     const auto &[converter, source, target] = kinds[input.below(4)];
-    check(converter.getSourceBase() == source && converter.getSourceBaseSet() == allDigits.substr(0, source), true);
-    check(converter.getTargetBase() == target && converter.getTargetBaseSet() == allDigits.substr(0, target), true);
+    check("getSourceBase", converter.getSourceBase(), source);
+    check("getSourceBaseSet", converter.getSourceBaseSet() == allDigits.substr(0, source), true);
+    check("getTargetBase", converter.getTargetBase(), target);
+    check("getTargetBaseSet", converter.getTargetBaseSet() == allDigits.substr(0, target), true);
     const std::string digits = allDigits.substr(0, source == 16 ? 22 : source);
     const std::string text = input.oneIn(3) ? makeRound(input, source) : makeText(input, digits);
     std::string known = '0' + text; // foreign bytes count as zeros; GMP takes none
@@ -70,6 +72,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     mpz_t number;
     mpz_init_set_str(number, known.c_str(), static_cast<int>(source));
     const std::string expected = takeText(number, target);
-    check(QByteArray::fromStdString(converter.convert(text)), QByteArray::fromStdString(expected), text.c_str());
+    check("convert",
+        QByteArray::fromStdString(converter.convert(text)),
+        QByteArray::fromStdString(expected),
+        text.c_str());
     return 0;
 }

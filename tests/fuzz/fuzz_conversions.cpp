@@ -74,11 +74,11 @@ QString show(const std::vector<int> &values)
 }
 
 template <typename OwnRead, typename ReferenceRead>
-Form reader(QChar separator, int wanted, OwnRead own, ReferenceRead reference)
+Form reader(const char *function, QChar separator, int wanted, OwnRead own, ReferenceRead reference)
 {
     return [=](Input &input) {
         const QString text = makeText(input, separator, wanted);
-        check(show(own(text)), show(reference(text)), text);
+        check(function, show(own(text)), show(reference(text)), text);
     };
 }
 
@@ -87,7 +87,7 @@ void checkIntegerWriters(Input &input)
     std::vector<int> values(std::size_t(input.below(100)));
     std::generate(values.begin(), values.end(), [&input] { return input.integer<int>() >> input.below(32); });
     const QString expected = reference::toString(values.data(), int(values.size()));
-    check(Own::integerArrayToString(values), expected);
+    check("integerArrayToString", Own::integerArrayToString(values), expected);
 }
 
 void checkRealWriters(Input &input)
@@ -100,10 +100,18 @@ void checkRealWriters(Input &input)
     const auto [x, y] = std::pair(float(a), float(b));
     const std::vector<QPointF> path(std::size_t(input.below(8)), QPointF(a, b));
     const QVector3D vector(x, y, -x);
-    check(Own::qpointfToString({a, b}, precision), reference::qpointfToString({a, b}, precision), values);
-    check(Own::qpointfVectorToString(path, precision), reference::qpointfVectorToString(path, precision), values);
-    check(
-        Own::vector3DToString(vector, precision, fixed), reference::vector3DToString(vector, precision, fixed), values);
+    check("qpointfToString",
+        Own::qpointfToString({a, b}, precision),
+        reference::qpointfToString({a, b}, precision),
+        values);
+    check("qpointfVectorToString",
+        Own::qpointfVectorToString(path, precision),
+        reference::qpointfVectorToString(path, precision),
+        values);
+    check("vector3DToString",
+        Own::vector3DToString(vector, precision, fixed),
+        reference::vector3DToString(vector, precision, fixed),
+        values);
 }
 
 } // namespace
@@ -114,11 +122,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     static const auto readFloatByReference = [](const QString &text) { return reference::stringToFloat(text, 'e'); };
     static const Form forms[] = {&checkIntegerWriters,
         &checkRealWriters,
-        reader(u'e', 2, readFloat, readFloatByReference),
-        reader(u' ', 8, &Own::stringToIntegerArray, &reference::stringToIntegerArray),
-        reader(u' ', 2, &Own::stringToQPointF, &reference::stringToQPointF),
-        reader(u' ', 2, &Own::stringToQSize, &reference::stringToQSize),
-        reader(u' ', 3, &Own::stringToVector3D, &reference::stringToVector3D)};
+        reader("stringToFloat", u'e', 2, readFloat, readFloatByReference),
+        reader("stringToIntegerArray", u' ', 8, &Own::stringToIntegerArray, &reference::stringToIntegerArray),
+        reader("stringToQPointF", u' ', 2, &Own::stringToQPointF, &reference::stringToQPointF),
+        reader("stringToQSize", u' ', 2, &Own::stringToQSize, &reference::stringToQSize),
+        reader("stringToVector3D", u' ', 3, &Own::stringToVector3D, &reference::stringToVector3D)};
     Input input(data, size);
     input.oneOf(forms)(input);
     return 0;

@@ -45,11 +45,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     collator.setNumericMode(true);
     for (qsizetype i = 0; isAsciiAndLetters && i < list.size(); ++i) {
         for (qsizetype j = i + 1; j < list.size(); ++j) {
-            check(collator.compare(list.at(i), list.at(j)) <= 0, true, list.at(i) + u'|' + list.at(j));
+            check("sort, pair", collator.compare(list.at(i), list.at(j)) <= 0, true, list.at(i) + u'|' + list.at(j));
         }
     }
     list.sort();
     expected.sort();
-    check(list, expected);
+    check("sort, permutation", list, expected);
     return 0;
 }
