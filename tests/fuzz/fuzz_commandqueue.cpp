@@ -320,7 +320,7 @@ private:
     const QList<Pointer> commands;
 };
 
-/** Ends the process with the events of a step up to the first that differs. */
+/** Ends the process with the step, the last events that agree and the first that differs. */
 void compare(int step, const QStringList &library, const QStringList &model)
 {
     if (library == model) {
@@ -329,7 +329,9 @@ void compare(int step, const QStringList &library, const QStringList &model)
     const auto [is, shouldBe] = std::mismatch(library.begin(), library.end(), model.begin(), model.end());
     const auto textOf = [](auto event, auto end) { return event == end ? u"(nothing)"_s : *event; };
     const QString message = u"step %1\n%2\n  is\n%3\n  should be\n%4"_s.arg(step).arg(
-        QStringList(library.begin(), is).join(u'\n'), textOf(is, library.end()), textOf(shouldBe, model.end()));
+        QStringList(library.begin(), is).mid(std::max<qsizetype>(is - library.begin() - 8, 0)).join(u'\n'),
+        textOf(is, library.end()),
+        textOf(shouldBe, model.end()));
     std::fprintf(stderr, "%s\n", qPrintable(message));
     std::abort();
 }
