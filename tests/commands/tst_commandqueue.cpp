@@ -17,12 +17,13 @@ class ErrorQueue : public TestQueue
 public:
     using CommandQueue::mutex;
     std::function<void()> errorHook;
+    bool leavesCurrent = false; // does nothing in case of an error
 
 protected:
     void handleCommandInError() override
     {
         errorHook();
-        if (currentCommand) {
+        if (currentCommand && !leavesCurrent) {
             TestQueue::handleCommandInError();
         }
     }
@@ -62,6 +63,9 @@ struct Fixture
             log.add(event + (queue.isLocked() ? u" locked"_s : QString()) + state());
         } else if (!event.startsWith(u"isFinished")) {
             log.add(event);
+        }
+        if (a.command && log.lines().size() > 99) {
+            a.command->startable = false; // ends an endless run
         }
         take(reactions.take(event));
     }
@@ -104,6 +108,7 @@ const auto clearCurrent = [](Fixture &f) {
     const QMutexLocker lock(&f.queue.mutex);
     f.queue.currentCommand.clear();
 };
+const auto doNotHandleErrors = [](Fixture &f) { f.queue.leavesCurrent = true; };
 const auto retry = [](Fixture &f) { f.queue.currentCommand->setError(CommandData::RETRY_ERROR_CODE); };
 const auto error = [](Fixture &f) { f.queue.currentCommand->setError(4); };
 const auto finished = [](Fixture &f) { f.a.command->finished = true; };
@@ -186,8 +191,11 @@ private Q_SLOTS:
         row("finished, error",
             {during("execute A", {error}), process},
             "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
-        row("unfinished, error with the code for a retry",
-            {unfinished, during("execute A", {retry}), process},
+        row("unfinished, error",
+            {unfinished, during("execute A", {error}), process},
+            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+        row("error with the code for a retry",
+            {during("execute A", {retry}), process},
             "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
         row("error in isFinished()",
             {during("isFinished A", {error}), process},
@@ -201,6 +209,10 @@ private Q_SLOTS:
                 process},
             "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, "
             "A ERR, error A, handleCommandInError, removed A, run ends A");
+        row("error, left to be current by a handler",
+            {doNotHandleErrors, during("execute A", {error, notStartable}), process, cancel('A'), clearCurrent},
+            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, run ends A, cancel A, left "
+            "A");
         row("unfinished, then finished; keeps its place",
             {add('B'), unfinished, during("A QUEUEING", {showListed, finished}), process},
             "B QUEUEING, added B, run begins A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, "
