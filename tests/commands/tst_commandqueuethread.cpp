@@ -435,6 +435,7 @@ private Q_SLOTS:
             worker.stop();
         }
         QVERIFY(items[1].waitFor(CommandData::CANCELLED)); // before A returns
+        worker.restart(); // does not undo stop()
         gate.release();
         QVERIFY(worker.wait(timeout));
         QTEST(items[0].command->calls.text(), "callsOfA");
