@@ -96,6 +96,9 @@ private Q_SLOTS:
         QCOMPARE(optional.getValue().number, 1); // constructed
         optional = Demanding(2);
         QCOMPARE(optional.getValue().number, 20); // assigned, not rebuilt
+        const Optional<Demanding> other(Demanding(3));
+        optional = other;
+        QCOMPARE(optional.getValue().number, 30);
     }
 
     void assignmentToItselfKeepsTheValue()
