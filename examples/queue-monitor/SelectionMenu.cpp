@@ -31,11 +31,6 @@ bool canBeCancelled(const CommandData &record)
     return !CommandListModel::hasEnded(record.getStatus());
 }
 
-bool isAny(const CommandData & /*record*/)
-{
-    return true;
-}
-
 void copy(const std::vector<CommandData *> &records, bool withNames)
 {
     QStringList lines;
@@ -46,9 +41,9 @@ void copy(const std::vector<CommandData *> &records, bool withNames)
     QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
-void openFolder(const CommandData &record)
+void openFolder(const std::vector<CommandData *> &records)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(record.getDescription()).absolutePath()));
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(records.front()->getDescription()).absolutePath()));
 }
 
 } // namespace
@@ -57,36 +52,33 @@ SelectionMenu::SelectionMenu(QAbstractItemView *list, QueueController &controlle
     : QMenu(tr("&Edit"), parent)
     , controller(controller)
 {
-    addRecordAction(tr("&Copy"), QKeySequence::Copy, hasDigest, [](const Records &records) { copy(records, true); });
-    addRecordAction(
-        tr("Copy &Digest"), tr("Ctrl+Shift+C"), hasDigest, [](const Records &records) { copy(records, false); });
-    addRecordAction(tr("&Open Folder"), {}, isAny, [](const Records &records) { openFolder(*records.front()); });
-    addRecordAction(tr("&Try Again"), QKeySequence::Refresh, canBeTriedAgain, [&controller](const Records &records) {
-        controller.tryAgain(records);
-    });
-    addRecordAction(
-        tr("C&ancel Selected"), QKeySequence::Delete, canBeCancelled, [&controller](const Records &records) {
-            controller.cancel(records);
-        });
+    const auto isAny = [](const CommandData &) { return true; };
+    const auto copyAll = [](const Records &records) { copy(records, true); };
+    const auto copyDigests = [](const Records &records) { copy(records, false); };
+    const auto tryAgain = [&controller](const Records &records) { controller.tryAgain(records); };
+    const auto cancel = [&controller](const Records &records) { controller.cancel(records); };
+    add(tr("&Copy"), QKeySequence::Copy, hasDigest, copyAll);
+    add(tr("Copy &Digest"), tr("Ctrl+Shift+C"), hasDigest, copyDigests);
+    add(tr("&Open Folder"), {}, isAny, openFolder);
+    add(tr("&Try Again"), QKeySequence::Refresh, canBeTriedAgain, tryAgain);
+    add(tr("C&ancel Selected"), QKeySequence::Delete, canBeCancelled, cancel);
     list->addActions(actions());
     list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(
-        list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, list] { updateSelection(list); });
+    const auto update = [this, list] { updateSelection(list); };
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, update);
     connect(&controller, &QueueController::stateChanged, this, &SelectionMenu::enableActions);
     enableActions();
 }
 
-void SelectionMenu::addRecordAction(const QString &text,
-    const QKeySequence &shortcut,
-    bool (*isFor)(const CommandData &),
-    const std::function<void(const Records &)> &perform)
+void SelectionMenu::add(const QString &text, const QKeySequence &shortcut, Predicate isFor, const Operation &perform)
 {
     const auto records = [this, isFor] {
         Records matching;
-        std::copy_if(
-            selected.begin(), selected.end(), std::back_inserter(matching), [isFor](const CommandData *record) {
-                return isFor(*record);
-            });
+        for (CommandData *const record : selected) {
+            if (isFor(*record)) {
+                matching.push_back(record);
+            }
+        }
         return matching;
     };
     recordsOfActions.emplace_back(records);

@@ -3,6 +3,9 @@
 
 #include <QMenu>
 
+#include <functional>
+#include <vector>
+
 class CommandData;
 class QAbstractItemView;
 class QueueController;
@@ -17,11 +20,10 @@ public:
 
 private:
     using Records = std::vector<CommandData *>;
+    using Predicate = bool (*)(const CommandData &);
+    using Operation = std::function<void(const Records &)>;
 
-    void addRecordAction(const QString &text,
-        const QKeySequence &shortcut,
-        bool (*isFor)(const CommandData &),
-        const std::function<void(const Records &)> &perform);
+    void add(const QString &text, const QKeySequence &shortcut, Predicate isFor, const Operation &perform);
     void updateSelection(const QAbstractItemView *list);
     void enableActions();
 

@@ -62,14 +62,8 @@ void StatusPanel::update(QueueController &controller)
 
 QString StatusPanel::describe(State state, const CommandListModel::Summary &summary) const
 {
-    QStringList parts{tr("Idle")};
-    if (state == State::Running) {
-        parts[0] = tr("Running");
-    } else if (state == State::Paused) {
-        parts[0] = tr("Paused");
-    } else if (state == State::Stopping) {
-        parts[0] = tr("Stopping");
-    }
+    const QString states[] = {tr("Idle"), tr("Running"), tr("Paused"), tr("Stopping")}; // as QueueController::State
+    QStringList parts{states[static_cast<int>(state)]};
     if (summary.digests > 0) {
         parts += tr("%1 of %2 files finished").arg(summary.finished).arg(summary.digests);
     }

@@ -31,7 +31,10 @@ private Q_SLOTS:
         QCoreApplication::setOrganizationName(u"Tarnwick"_s);
         QSettings::setDefaultFormat(QSettings::IniFormat);
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.filePath(u"settings"_s));
-        openWindow();
+        window = std::make_unique<MonitorWindow>();
+        list = window->findChild<CommandListView *>();
+        new QAbstractItemModelTester(list->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, list);
+        window->show();
 
         // Dropped files are digested in natural order.
         for (const QString &name : {u"10"_s, u"9"_s, u"sums"_s}) {
@@ -84,25 +87,9 @@ private Q_SLOTS:
         QTimer::singleShot(0, this, [this] { question()->button(QMessageBox::Yes)->click(); });
         trigger(u"Stop"_s);
         QTRY_COMPARE(statuses(), u"FFCF"_s);
-
-        // The window opens where it was closed.
-        const QRect place(20, 30, 640, 320);
-        window->setGeometry(place);
-        QVERIFY(window->close());
-        openWindow();
-        QCOMPARE(window->geometry(), place);
     }
 
 private:
-    void openWindow()
-    {
-        window = std::make_unique<MonitorWindow>();
-        list = window->findChild<CommandListView *>();
-        new QAbstractItemModelTester(list->model(), QAbstractItemModelTester::FailureReportingMode::QtTest, list);
-        window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    }
-
     void writeFile(const QString &name, const QByteArray &content, qint64 size = -1) const
     {
         QFile file(folder.filePath(name));
@@ -119,10 +106,10 @@ private:
     void drop(const QStringList &names) const
     {
         QMimeData files;
-        QList<QUrl> urls;
-        for (const QString &name : names) {
-            urls.append(QUrl::fromLocalFile(folder.filePath(name)));
-        }
+        QList<QUrl> urls(names.size());
+        std::transform(names.begin(), names.end(), urls.begin(), [this](const QString &name) {
+            return QUrl::fromLocalFile(folder.filePath(name));
+        });
         files.setUrls(urls);
         QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
         QDropEvent event({}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
@@ -132,14 +119,11 @@ private:
 
     void trigger(const QString &text) const
     {
-        for (QAction *const action : window->findChildren<QAction *>()) {
-            if (action->iconText() == text) {
-                QTRY_VERIFY(action->isEnabled());
-                action->trigger();
-                return;
-            }
-        }
-        QFAIL(qPrintable(text));
+        const QList<QAction *> actions = window->findChildren<QAction *>();
+        const auto hasText = [&text](const QAction *action) { return action->iconText() == text; };
+        QAction *const action = *std::find_if(actions.begin(), actions.end(), hasText);
+        QTRY_VERIFY(action->isEnabled());
+        action->trigger();
     }
 
     QMessageBox *question() const { return window->findChild<QMessageBox *>(); }
