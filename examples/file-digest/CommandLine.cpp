@@ -20,10 +20,14 @@ void processCommandLine(QCommandLineParser &parser)
         QTextStream(stderr) << QCoreApplication::applicationName() << ": "_L1 << parser.errorText() << Qt::endl;
         std::exit(usageFailure); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
     }
+    // QCommandLineParser would show these in a message box where a program of Windows has no console.
     if (parser.isSet(help)) {
-        parser.showHelp();
+        QTextStream(stdout) << parser.helpText();
+        std::exit(0); // NOLINT(concurrency-mt-unsafe): see above
     }
     if (parser.isSet(version)) {
-        parser.showVersion();
+        QTextStream(stdout) << QCoreApplication::applicationName() << ' ' << QCoreApplication::applicationVersion()
+                            << Qt::endl;
+        std::exit(0); // NOLINT(concurrency-mt-unsafe): see above
     }
 }
