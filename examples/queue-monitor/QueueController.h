@@ -3,11 +3,11 @@
 
 #include "CommandListModel.h"
 #include "FolderListing.h"
+#include "SaveCommandData.h"
 
 #include <commands/CommandQueueThread.h>
 
 class DigestCommandData;
-class SaveCommandData;
 
 /**
  * @brief Runs digests on a worker thread and keeps their records in a model. Knows nothing of the window.
