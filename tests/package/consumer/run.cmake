@@ -25,6 +25,12 @@ foreach(component IN ITEMS runtime development)
     run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --config "${CONFIG}" --prefix "${prefix}" --component ${component})
 endforeach()
 
+# The toolchain file of a cross-build may restrict the search for packages to roots of its own.
+if(EMULATOR)
+    file(GLOB_RECURSE config "${prefix}/*/TarnwickConfig.cmake")
+    get_filename_component(config_dir "${config}" DIRECTORY)
+    list(APPEND ARGUMENTS "-DTarnwick_DIR=${config_dir}")
+endif()
 run(
     ${CMAKE_COMMAND} --fresh -S "${CMAKE_CURRENT_LIST_DIR}" -B "${consumer_build}" ${ARGUMENTS} "-DCMAKE_PREFIX_PATH=${prefix}"
     -DKIND=${KIND}
@@ -33,4 +39,8 @@ run(${CMAKE_COMMAND} --build "${consumer_build}" --config "${CONFIG}")
 if(CMAKE_HOST_WIN32)
     set(ENV{PATH} "${prefix}/bin;$ENV{PATH}")
 endif()
-run(${EMULATOR} "${consumer_build}/consumer")
+set(program "${consumer_build}/consumer")
+if(EXISTS "${program}.exe")
+    string(APPEND program ".exe")
+endif()
+run(${EMULATOR} "${program}")
