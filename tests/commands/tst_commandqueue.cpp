@@ -41,7 +41,7 @@ struct Fixture
             happen(u"added "_s + nameOf(command->getCommandData()));
         });
         const auto follow = [this](const QString &event, void (CommandQueue::*signal)(CommandData *)) {
-            QObject::connect(&queue, signal, [=](CommandData *data) { happen(event + nameOf(data)); });
+            QObject::connect(&queue, signal, [this, event](CommandData *data) { happen(event + nameOf(data)); });
         };
         follow(u"removed "_s, &CommandQueue::commandRemoved);
         follow(u"awaiting "_s, &CommandQueue::awaitingUserAction);

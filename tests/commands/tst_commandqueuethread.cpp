@@ -59,7 +59,9 @@ struct Tracked : Item
     }
     QString end() const
     {
-        return u"%1, final statuses: %2, removals: %3"_s.arg(data.getStatusAsString()).arg(ends).arg(removals);
+        return u"%1, final statuses: %2, removals: %3"_s.arg(data.getStatusAsString())
+            .arg(ends.load())
+            .arg(removals.load());
     }
 
     std::atomic<int> ends = 0; // how often it came to a final status
