@@ -35,7 +35,7 @@ export -f analyse
 
 # Left out of clazy: non-pod-global-static. Registrars of logging categories and the table of file errors are made before
 # main() on purpose.
-sed -n 's/.*"file": "\(.*\)".*/\1/p' "$build/compile_commands.json" | grep -v -e /mocs_compilation.cpp -e /snippets/ |
+sed -n 's/.*"file": "\(.*\)".*/\1/p' "$build/compile_commands.json" | grep -v -e /mocs_compilation.cpp -e /.rcc/ -e /snippets/ |
     xargs -d '\n' -P "$(nproc)" -I '{}' bash -c '
         analyse clang-tidy --quiet "$1"; tidy=$?
         analyse clazy-standalone --checks=level1,no-non-pod-global-static "$1" && exit "$tidy"' - '{}'
