@@ -44,9 +44,7 @@ sed -n 's/.*"file": "\(.*\)".*/\1/p' "$build/compile_commands.json" | grep -v -e
 # - useStlAlgorithm: it suggests an algorithm for every loop; few would be shorter.
 # - unreadVariable, variableScope: a variable declared before a locker, to be destroyed after it, is never read.
 # - noExplicitConstructor of Optional: the conversion from a value is part of the interface.
-# - knownConditionTrueFalse, nullPointer of CommandQueue: it assumes that a search never finds anything.
 cppcheck -j "$(nproc)" --quiet --error-exitcode=1 --language=c++ --std=c++17 --library=qt \
     --enable=warning,performance,portability,style --suppress=useStlAlgorithm --suppress=unreadVariable \
     --suppress=variableScope --suppress=noExplicitConstructor:src/foundation/Optional.h \
-    --suppress=knownConditionTrueFalse:src/commands/CommandQueue.cpp --suppress=nullPointer:src/commands/CommandQueue.cpp \
     src examples

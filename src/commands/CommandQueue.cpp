@@ -273,7 +273,7 @@ QList<QSharedPointer<Command>> CommandQueue::cancelAll()
     return {std::make_move_iterator(deferred->begin()), std::make_move_iterator(deferred->end())};
 }
 
-bool CommandQueue::isInCriticalSection()
+bool CommandQueue::isInCriticalSection() const
 {
     if (!mutex.tryLock()) {
         return false; // another thread has the mutex

@@ -228,7 +228,7 @@ private:
     TARNWICK_NO_EXPORT quint64 getPauseCount() const;
     TARNWICK_NO_EXPORT void processUnlessPausedSince(quint64 knownPauseCount);
     TARNWICK_NO_EXPORT QList<QSharedPointer<Command>> cancelAll();
-    TARNWICK_NO_EXPORT bool isInCriticalSection();
+    TARNWICK_NO_EXPORT bool isInCriticalSection() const;
 
     TARNWICK_NO_EXPORT QSharedPointer<Command> beginRun(quint64 knownPauseCount);
     TARNWICK_NO_EXPORT bool continueRun();

@@ -18,6 +18,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("second");
         QTest::newRow("number") << u"en_US"_s << u"file2"_s << u"file10"_s;
         QTest::newRow("number inside") << u"en_US"_s << u"a9b"_s << u"a10b"_s;
+        QTest::newRow("number of more digits") << u"en_US"_s << u"scan 9"_s << u"scan 100"_s;
         QTest::newRow("numbers") << u"en_US"_s << u"x1.9"_s << u"x1.10"_s;
         QTest::newRow("letters before case") << u"en_US"_s << u"a"_s << u"B"_s;
         QTest::newRow("case") << u"en_US"_s << u"a"_s << u"A"_s;
