@@ -14,16 +14,15 @@ class CommandData;
 /**
  * @brief One unit of queued work.
  *
- * A subclass implements canBeStarted() and handleExecute(), and may override the other hooks to react to cancel,
- * pause, resume and error. A CommandQueue decides when the command runs. When handleExecute() has returned, the queue
- * reads isFinished(), isCancelled() and the status of the record, and removes the command or lists it again.
+ * A subclass implements canBeStarted() and handleExecute(), and may override the other hooks to react to cancel, pause,
+ * resume and error. A CommandQueue decides when the command runs. When handleExecute() has returned, the queue reads
+ * isFinished(), isCancelled() and the status of the record, and removes the command or keeps it listed.
  *
  * Ownership: commands are shared as QSharedPointer<Command>. The command is destroyed on the thread that releases the
  * last reference, which may be the thread that drives the queue or one that cancels the command. The queue never
- * releases a reference while that thread holds its lock through an operation of the queue. The command does not own its
- * record. The record must exist as long as a queue lists the command or a signal that names the record may still be
- * delivered; a command may own its record only if nothing uses the record after the command. The QObject parent is
- * null.
+ * releases a reference inside a critical section of its own. The command does not own its record. The record must exist
+ * as long as a queue lists the command or a signal that names the record may still be delivered; a command may own its
+ * record only if nothing uses the record after the command. The QObject parent is null.
  *
  * Threads: cancel(), pause(), resume(), isCancelled() and isPaused() may be called on any thread, also while
  * handleExecute() runs on another. A hook runs on the thread that calls the operation behind it. A queue calls

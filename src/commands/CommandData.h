@@ -114,7 +114,7 @@ Q_SIGNALS:
     /**
      * The status has changed. It may have changed again when a queued delivery arrives.
      *
-     * Emitted by setStatus() on the calling thread. The queue calls that
+     * Emitted by setStatus() on the calling thread. The queue calls setStatus()
      * - on the thread that drives it and without its lock, around the execution of a command;
      * - on the thread that calls CommandQueue::addCommand(), before it takes the lock;
      * - on the thread that calls CommandQueue::cancelCommand(), CommandQueue::cancelCommandByReference() or

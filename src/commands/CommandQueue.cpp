@@ -4,14 +4,15 @@
 #include <QMutexLocker>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
 using References = QVarLengthArray<QSharedPointer<Command>, 2>;
 
 // Holds the queue's mutex, and releases references to commands only after the outermost section of the thread has
-// unlocked it: the last reference runs a client's destructor, which may take any lock. Whatever drops a reference
-// inside a section appends it to `deferred`.
+// unlocked it: the last reference runs a client's destructor, which may take any lock. Code inside a section does not
+// release a reference but appends it to `deferred`.
 class CriticalSection
 {
 public:

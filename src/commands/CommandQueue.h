@@ -32,11 +32,11 @@
  *
  * Pause: only a process() that finds a command that can start ends a pause. On the queue of a CommandQueueThread, every
  * wake-up after the pause leads to a process(): CommandQueueThread::restart(), but also addCommand() and, while no run
- * is under way, finishCommandAllowed(true). An addCommand() or finishCommandAllowed(true) on another thread than the
- * creator's counts when the creator's event loop delivers it, so one from before the pause may end the pause. The first
- * run of a started thread ends every pause from before that run, also one made after CommandQueueThread::start() has
- * returned. A pause() just before a command's execute() has no effect on that command, since execute() clears its flag:
- * the queue pauses after it.
+ * is under way, finishCommandAllowed(true). On a thread other than the creator's, an addCommand() or
+ * finishCommandAllowed(true) counts when the creator's event loop delivers the signal, so a call from before the pause
+ * may end the pause. The first run of a started thread ends every earlier pause, even one made after
+ * CommandQueueThread::start() has returned. A pause() just before a command's execute() has no effect on that command,
+ * since execute() clears its flag: the queue pauses after it.
  *
  * Threads: one thread at a time drives the queue, by process() and what that calls. Every other public operation may be
  * called on any thread at any time. The queue's recursive lock is not held while a command is executed. It is held
@@ -49,11 +49,10 @@
  * Code in these places may call the queue and CommandQueueThread::restart(). It must not block on a thread that
  * needs the queue, and must not call CommandQueueThread::stop().
  *
- * Ownership: the queue shares its commands and owns its scheduler. It releases references to commands only after the
- * releasing thread has left the queue's lock, except inside a critical section that a subclass opens itself on mutex.
- * The destructor cancels nothing, waits for nothing and emits nothing; no thread may be driving the queue then. A
- * record must exist until every signal that names it is delivered; a queued delivery may arrive after the command is
- * destroyed. The QObject parent is null.
+ * Ownership: the queue shares its commands and owns its scheduler. It releases references to commands only after it has
+ * unlocked the mutex, except inside a critical section that a subclass opens itself. The destructor cancels nothing,
+ * waits for nothing and emits nothing; no thread may be driving the queue then. A record must exist until every signal
+ * that names it is delivered; a queued delivery may arrive after the command is destroyed. The QObject parent is null.
  */
 class TARNWICK_EXPORT CommandQueue : public QObject
 {
@@ -69,9 +68,9 @@ public:
     ~CommandQueue() override;
 
     /**
-     * Adds @p command to the list, where the scheduler puts it, and emits commandAdded(). Before that, and before it
-     * takes the lock, it sets the status to CommandData::QUEUEING unless that is CommandData::REQUIRE_USER_ACTION.
-     * Starts nothing by itself. A command may be listed more than once. Null has no effect.
+     * Lets the scheduler insert @p command into the list and emits commandAdded(). Before it takes the lock, sets the
+     * status to CommandData::QUEUEING unless it is CommandData::REQUIRE_USER_ACTION. Starts nothing by itself. A
+     * command may be listed more than once. Null has no effect.
      *
      * After CommandQueueThread::stop() the command is listed as QUEUEING and never executed; no signal reports that.
      */
@@ -79,9 +78,9 @@ public:
 
     /**
      * Cancels @p command, with the lock held. A waiting command is CommandData::CANCELLED and removed when this
-     * returns. The current command is only told: its flag is set and Command::handleCancel() called; what becomes of it
-     * is decided when it returns from execute(). A command that is not listed is treated like a waiting one:
-     * commandRemoved() is emitted for it, too. Null has no effect.
+     * returns. For the current command, this only sets the flag and calls Command::handleCancel(); the queue decides
+     * about it when execute() returns. A command that is not listed is treated like a waiting one: commandRemoved() is
+     * emitted for it, too. Null has no effect.
      *
      * When a command in CommandData::REQUIRE_USER_ACTION has paused the queue, cancelling it does not end the pause.
      */
@@ -89,7 +88,7 @@ public:
 
     /**
      * Cancels the first listed command with exactly this reference, as cancelCommand() does; without one, does nothing.
-     * Searches the list from the front: about 0.1 s for a command in the middle of a million.
+     * Searches the list from the front: 20 to 100 ms for a command in the middle of a million.
      */
     void cancelCommandByReference(const QString &reference);
 
@@ -138,7 +137,7 @@ Q_SIGNALS:
 
     /**
      * The command of @p data has left the list, or one that is not listed was cancelled. The status is FINISHED,
-     * CANCELLED or ERR, unless a slot has already changed it, by adding the command again for example. Emitted on the
+     * CANCELLED or ERR, unless a slot has already changed it, for example by adding the command again. Emitted on the
      * driving thread or on the thread that cancels the command, with the lock held. The command may be destroyed when a
      * queued delivery arrives.
      */
@@ -148,9 +147,9 @@ Q_SIGNALS:
      * The command of @p data is next, but its status is CommandData::REQUIRE_USER_ACTION: it was not executed, stays
      * listed, and the queue is paused. Emitted on the driving thread, with the lock held.
      *
-     * To answer, change the status or cancel the command, then have process() called again, by
-     * CommandQueueThread::restart() for example. In a slot connected directly the command is still the current one, so
-     * cancelling it there only sets its flag.
+     * To answer, change the status or cancel the command, then let process() be called again, for example by
+     * CommandQueueThread::restart(). In a slot connected directly the command is still the current one, so cancelling
+     * it there only sets its flag.
      *
      * An add or a restart before the answer makes the queue emit this again. That emission pauses the queue again and
      * voids earlier wake-ups, which may include that of the answer. So respond to every emission: if the status has
@@ -172,8 +171,8 @@ Q_SIGNALS:
     void commandFinished(CommandData *data);
 
     /**
-     * Emitted by clients and commands, never by the queue: true asks an idle CommandQueueThread to look at the list
-     * again, because a command can now be started, for example.
+     * Emitted by clients and commands, never by the queue. True asks an idle CommandQueueThread to look at the list
+     * again, for example because a command can now be started.
      */
     void finishCommandAllowed(bool finishAllowed);
 

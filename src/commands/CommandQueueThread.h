@@ -27,20 +27,20 @@
  *     thread.wait();
  *
  * Wake-ups: CommandQueue::addCommand(), CommandQueue::finishCommandAllowed(true) while no run is under way, and
- * restart() wake the worker, which then calls CommandQueue::process(). A wake-up is remembered until a process() that
- * begins after it, so none is lost. A pause of the queue, by CommandQueue::pause() or by a command that requires user
- * action, voids the earlier wake-ups, so that an old one does not end the pause. A wake-up after stop() ends the worker
- * without another process(). finishCommandAllowed(true) during a run has no effect, also when the queue has been paused
- * in that run: call restart() to end the pause.
+ * restart() wake the worker, which then calls CommandQueue::process(). The worker remembers a wake-up until the next
+ * process() begins, so none is lost. A pause of the queue, by CommandQueue::pause() or by a command that requires user
+ * action, voids the earlier wake-ups, so they do not end the pause. A wake-up after stop() ends the worker without
+ * another process(). finishCommandAllowed(true) during a run has no effect, even if the queue has been paused in that
+ * run: call restart() to end the pause.
  *
- * The first process() after start() needs no wake-up. It ends every pause made before it begins, also one made after
- * start() has returned. To start with a paused queue, add the commands later.
+ * The first process() after start() needs no wake-up. It ends every earlier pause, even one made after start() has
+ * returned. To start with a paused queue, add the commands later.
  *
  * Threads: stop(), restart() and getCommandQueue() may be called on any thread. The worker has no event loop; it
  * executes the commands and emits most of the queue's signals. The object and its queue live on the thread that created
- * them. An addCommand() or finishCommandAllowed(true) on that thread wakes the worker at once. On another thread it
- * wakes the worker when the event loop of the creator's thread delivers the signal, and only then counts as a wake-up:
- * a pause made in between does not void it. If the creator's thread runs no event loop, call restart() after the add.
+ * them. An addCommand() or finishCommandAllowed(true) on that thread wakes the worker at once. On another thread, it
+ * wakes the worker when the event loop of the creator's thread delivers the signal. It counts as a wake-up only then: a
+ * pause made in between does not void it. If the creator's thread runs no event loop, call restart() after the add.
  *
  * The thread is called "CommandQueue" in a debugger, unless another object name is set before it is started. The
  * QObject parent is null.
@@ -71,16 +71,16 @@ public:
 
     /**
      * Abandons the queue: pauses it, cancels every listed command, and ends the worker when the running command, if
-     * any, has returned. Every waiting command is CommandData::CANCELLED and removed when this returns. The running
-     * command is told by Command::pause() and Command::cancel(), and not waited for; a command that has just ended
-     * keeps its final status. If the running command is listed twice, its second entry stays.
+     * any, has returned. Every waiting command is CommandData::CANCELLED and removed when this returns. For the running
+     * command, this calls Command::pause() and Command::cancel() and does not wait. A command that has just ended keeps
+     * its final status. If the running command is listed twice, its second entry stays.
      *
      * May be called in any state of the worker, more than once, and by a command from its handleExecute(). It cannot be
      * undone: create a new object to continue. If the thread is started again, it makes one more process() and ends. A
      * command added after stop() is listed as QUEUEING and never executed, and no signal reports that: a client that
      * waits for the end of its commands must also stop waiting when it calls stop().
      *
-     * Holds the queue's lock while it cancels: about 50 ms for 100,000 commands, and longer if slots copy the list.
+     * Holds the queue's lock while it cancels: 20 to 50 ms for 100,000 commands, and longer if slots copy the list.
      *
      * Must not be called with the queue's lock held, since that inverts the lock order and can deadlock (asserted in
      * Debug builds). So do not call it

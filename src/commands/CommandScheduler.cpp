@@ -2,6 +2,8 @@
 
 #include "Command.h"
 
+#include <utility>
+
 CommandScheduler::~CommandScheduler() = default;
 
 void CommandScheduler::schedule(

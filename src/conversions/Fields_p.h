@@ -1,7 +1,9 @@
 #ifndef TARNWICK_CONVERSIONS_FIELDS_P_H
 #define TARNWICK_CONVERSIONS_FIELDS_P_H
 
+#include <QChar>
 #include <QStringView>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>

@@ -1,13 +1,16 @@
 #ifndef TARNWICK_CONVERSIONS_NUMBERREADER_P_H
 #define TARNWICK_CONVERSIONS_NUMBERREADER_P_H
 
+#include <QChar>
 #include <QStringView>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <system_error>
 
 /**
  * Faster equivalents of QStringView::toInt(), toDouble() and toFloat(). Numbers in the usual notation are read here;
@@ -60,7 +63,7 @@ inline int readIntUpTo(QChar separator, const QChar *&position, const QChar *las
 }
 
 /** Returns whether std::from_chars() and Qt agree on @p character. Qt also accepts white space, "inf" and "nan". */
-inline bool isPlain(QChar character)
+inline bool isCommon(QChar character)
 {
     return (character >= u'0' && character <= u'9') || character == u'.' || character == u'-' || character == u'+'
         || character == u'e';
@@ -68,23 +71,23 @@ inline bool isPlain(QChar character)
 
 /**
  * Reads @p field with std::from_chars(), which rounds to the nearest double. So does Qt in the processor's default
- * rounding mode. Fields that std::from_chars() does not read completely, and numbers out of range, are passed to Qt,
- * and so are all fields if the standard library lacks the function.
+ * rounding mode. Fields that std::from_chars() does not read completely, and numbers out of range, are passed to Qt. If
+ * the standard library lacks the function, all fields are.
  */
 inline double readDouble(QStringView field)
 {
 #ifdef __cpp_lib_to_chars
-    std::array<char, 64> plain;
-    if (field.size() <= static_cast<qsizetype>(plain.size())) {
-        char *end = plain.data();
+    std::array<char, 64> ascii;
+    if (field.size() <= static_cast<qsizetype>(ascii.size())) {
+        char *end = ascii.data();
         for (const QChar character : field) {
-            if (!isPlain(character)) {
+            if (!isCommon(character)) {
                 return field.toDouble();
             }
             *end++ = static_cast<char>(character.unicode());
         }
         double number = 0;
-        const auto [used, error] = std::from_chars(plain.data(), end, number);
+        const auto [used, error] = std::from_chars(ascii.data(), end, number);
         if (used == end && error == std::errc()) {
             return number;
         }

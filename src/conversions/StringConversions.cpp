@@ -8,6 +8,7 @@
 #include <QLatin1Char>
 #include <QMessageLogger>
 #include <QStringTokenizer>
+#include <QStringView>
 
 #include <algorithm>
 #include <cmath>

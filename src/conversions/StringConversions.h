@@ -203,12 +203,12 @@ public:
 
     /**
      * Reads entries separated by "|". An entry is a key, at least one blank (U+0020), and a version. White space around
-     * entries, keys and versions is ignored, but no other white space than the blank separates a key from its version.
+     * entries, keys and versions is ignored, but only blanks separate a key from its version.
      *
      * The version is read by QVersionNumber::fromString(): "1.2abc" gives 1.2, and "abc" a null version. Of several
      * entries with the same key, the last one counts.
      *
-     * @return an empty Optional if an entry is empty, has no version, or has a blank in its key or version, as
+     * @return an empty Optional if an entry is empty, has no version, or has a blank in its key or version, as in
      *         "my app 1.0". Then `invalid version format ("<text>")` is logged once as a warning in Qt's default
      *         category. An empty text is refused as well, so an empty map does not read back.
      */

@@ -3,6 +3,7 @@
 
 #include "DecimalTie_p.h"
 
+#include <QChar>
 #include <QString>
 #include <QStringView>
 
@@ -11,13 +12,14 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <system_error>
 #include <utility>
 
 /**
  * @brief Assembles a text from numbers and other texts. A short text takes one allocation.
  *
  * Collects characters in a buffer of fixed size. A full buffer is appended to a string, whose capacity grows by a
- * factor, so the time is linear.
+ * constant factor, so the total time is linear.
  */
 class TextWriter
 {

@@ -7,21 +7,21 @@
 #include <QString>
 
 /**
- * @brief Root of classes that are known at run time by the names of their types.
+ * @brief Base class of objects that know the names of their types at run time.
  *
- * Each object has a list with the ids of its classes, the root class first. A derived class has an id, which its static
- * getClassTypeId() and its getTypeId() return and its constructor enters:
+ * Each object has a list with the ids of its classes, the root class first. A derived class has an id: its static
+ * getClassTypeId() and its getTypeId() return the id, and its constructor enters it:
  *
  * @code
  * Shape::Shape() { CORE_OBJECT_INIT(getClassTypeId()); }
  * @endcode
  *
- * CoreObject enters no id of its own, so isOfType("CoreObject") is false unless a derived class enters that id.
- * The list belongs to the object; there is no common registry. Copying and assignment copy the list (it is implicitly
- * shared) and leave the dynamic type alone.
+ * CoreObject enters no id of its own, so isOfType("CoreObject") is false unless a derived class enters that id. The
+ * list belongs to the object; there is no common registry. Copying and assignment copy the list (it is implicitly
+ * shared) and do not change the dynamic type.
  *
- * An id made with u"..."_s refers to constant data of the module that contains the literal. If that module is a plugin
- * which is unloaded, the ids in objects that outlive it dangle: enter a deep copy there.
+ * An id made with u"..."_s refers to constant data of the module that contains the literal. If that module is a plugin,
+ * the id dangles after the plugin is unloaded. For objects that outlive the plugin, enter a deep copy.
  *
  * Threads: several threads may read an object at the same time, but not while a thread changes it.
  */

@@ -11,7 +11,7 @@
 namespace utility {
 
 /**
- * @brief Marks that something must not be modified while the marker exists.
+ * @brief Marks, while it exists, that data or their presentation are being modified.
  *
  * A marker does not block anything: code that respects it calls isLocked(). Markers of one type may nest and overlap.
  * The types are independent of each other.
@@ -22,10 +22,10 @@ namespace utility {
 class TARNWICK_EXPORT ModificationLock
 {
 public:
-    /** What a marker protects. The values are part of the interface. Other values are not checked for. */
+    /** What is being modified. The values are part of the interface; other values must not be used. */
     enum LockType : qint32 {
-        Data = 0, ///< The data must not change.
-        View = 1 ///< The presentation must not change.
+        Data = 0, ///< The data.
+        View = 1 ///< The presentation of the data.
     };
 
     /** Increments the counter of @p type. */

@@ -20,7 +20,7 @@ namespace utility {
  * an Optional must not be moved by copying its bytes: do not declare it relocatable with Q_DECLARE_TYPEINFO.
  *
  * Exceptions: only those of T's operations. If the construction of a value throws, the Optional remains empty. If an
- * assignment to an existing value throws, the state of the value is up to T.
+ * assignment to an existing value throws, the state of the value depends on T.
  *
  * Threads: not synchronised.
  */

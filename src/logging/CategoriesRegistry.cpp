@@ -2,7 +2,9 @@
 
 #include <QLoggingCategory>
 
-using namespace logging;
+using logging::CategoriesRegistrar;
+using logging::CategoriesRegistry;
+using logging::CategoriesRegistrySingleton;
 
 CategoriesRegistry::CategoriesRegistry() = default;
 CategoriesRegistry::CategoriesRegistry(const CategoriesRegistry &source) = default;

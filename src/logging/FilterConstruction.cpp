@@ -1,5 +1,7 @@
 #include "FilterConstruction.h"
 
+#include <QLatin1StringView>
+
 using namespace Qt::StringLiterals;
 
 namespace {

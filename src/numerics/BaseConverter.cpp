@@ -1,6 +1,7 @@
 #include "BaseConverter.h"
 
 #include <QVarLengthArray>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>
@@ -9,8 +10,7 @@
 namespace {
 
 using Limb = quint64;
-using Limbs =
-    QVarLengthArray<Limb, 16>; // a number in base 2^64 or 10^19, least significant first, without leading zeros
+using Limbs = QVarLengthArray<Limb, 16>; // a number in base 2^64 or 10^19: least limb first, no leading zeros
 
 constexpr int limbBits = 64;
 constexpr Limb chunkBase = Q_UINT64_C(10000000000000000000); // 10^19; divide() requires that its top bit is set
@@ -21,7 +21,7 @@ struct WideLimb
     Limb low;
 };
 
-// Returns a * b + c, which always fits.
+// Returns a * b + c, which always fits into two limbs.
 WideLimb multiplyAdd(Limb a, Limb b, Limb c)
 {
 #if defined(__SIZEOF_INT128__) && !defined(TARNWICK_NO_INT128) // a test of the fallback defines the latter
@@ -29,16 +29,16 @@ WideLimb multiplyAdd(Limb a, Limb b, Limb c)
     const Wide result = static_cast<Wide>(a) * b + c;
     return {static_cast<Limb>(result >> limbBits), static_cast<Limb>(result)};
 #else
-    const Limb half = 0xFFFFFFFF;
-    const Limb low = (a & half) * (b & half) + (c & half);
-    const Limb middle = (a >> 32) * (b & half) + (low >> 32) + (c >> 32);
-    const Limb otherMiddle = (a & half) * (b >> 32) + (middle & half);
-    return {(a >> 32) * (b >> 32) + (middle >> 32) + (otherMiddle >> 32), (otherMiddle << 32) | (low & half)};
+    constexpr Limb lowHalf = 0xFFFFFFFF;
+    const Limb low = (a & lowHalf) * (b & lowHalf) + (c & lowHalf);
+    const Limb middle = (a >> 32) * (b & lowHalf) + (low >> 32) + (c >> 32);
+    const Limb otherMiddle = (a & lowHalf) * (b >> 32) + (middle & lowHalf);
+    return {(a >> 32) * (b >> 32) + (middle >> 32) + (otherMiddle >> 32), (otherMiddle << 32) | (low & lowHalf)};
 #endif
 }
 
 // Divides remainder * 2^64 + limb by 10^19, where remainder is less than 10^19. Returns the quotient and updates the
-// remainder. The estimate by the reciprocal is off by one at most: Moeller and Granlund, Improved division by invariant
+// remainder. The estimate by the reciprocal is off by at most one: Moeller and Granlund, Improved division by invariant
 // integers (2011), algorithm 4.
 Limb divide(Limb &remainder, Limb limb)
 {
@@ -117,7 +117,8 @@ std::string writeChunks(const Limbs &chunks, const std::string &baseSet)
     for (const Limb chunk : chunks) {
         char *digit = end;
         Limb rest = chunk;
-        for (; rest >= base; rest /= base * base) { // two digits per division: each division waits for the one before
+        // Two digits per division: each division depends on the previous one.
+        for (; rest >= base; rest /= base * base) {
             *--digit = baseSet[rest % base];
             *--digit = baseSet[rest / base % base];
         }

@@ -10,7 +10,7 @@
 /**
  * @brief Converts a non-negative integer of any length from one base to another.
  *
- * There are four converters, which are constant global objects:
+ * There are four converters, each a constant global object:
  *
  * @code
  * BaseConverter::getDecimalToHexConverter().convert(std::string("255")); // "FF"

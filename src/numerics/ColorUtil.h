@@ -24,8 +24,8 @@ public:
      * result is in the RGB colour model.
      *
      * @p weight is not clamped, and the channels are passed to QColor::fromRgbF(). If red, green or blue is outside 0
-     * to 1, that gives a colour in extended RGB. If alpha is, Qt logs a warning and the colour is invalid. The result
-     * for a NaN @p weight is unspecified.
+     * to 1, the result is in extended RGB. If alpha is outside 0 to 1, Qt logs a warning and the result is invalid. The
+     * result for a NaN @p weight is unspecified.
      */
     static QColor interpolate(const QColor &first, const QColor &second, double weight);
 

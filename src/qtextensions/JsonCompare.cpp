@@ -2,9 +2,13 @@
 
 #include <QCborArray>
 #include <QCborMap>
+#include <QCborValue>
 #include <QHashFunctions>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QJsonValue>
+#include <QMetaType>
+#include <QString>
 #include <QVarLengthArray>
 #include <QVariant>
 
@@ -24,8 +28,9 @@
 //   9223372036854775806 != 9223372036854775807        both are integers
 //   9223372036854775806 == 9223372036854775808.0      the integer is rounded to this double
 //   9223372036854775807 == 9223372036854775808.0      so is this one
-// Such a double is called ambiguous here. Equal values need equal hashes, so a document with an ambiguous double has
-// its integers hashed as doubles. That lets unequal integers share a hash, and finding their partners may take O(n^2).
+// Such a double is called ambiguous here. Equal values need equal hashes, so if a document contains an ambiguous
+// double, large integers are hashed as doubles. Unequal integers may then share a hash, and matching them may take
+// O(n^2).
 
 namespace {
 
@@ -275,8 +280,8 @@ bool Comparison::areEqual(Pairs pending) const
     return true;
 }
 
-// A container with a unique hash is pushed onto the stack of pending pairs. Only for containers that share a hash does
-// the comparison recurse, each time into less than half of the values, so deep documents need little stack.
+// A container with a unique hash is pushed onto the stack of pending pairs. The comparison recurses only into
+// containers that share a hash. Each has less than half of the values, so deep documents need little stack.
 bool Comparison::matchElements(const Container &left, const Container &right, Pairs &pending) const
 {
     if (left.data.index() != right.data.index() || left.count != right.count) {

@@ -21,7 +21,7 @@ namespace json {
  * 9223372036854775296 to 9223372036854775807, which are not equal to each other. In such a case, each element of
  * @p first is matched with the first equal element of @p second that has not been matched yet.
  *
- * The time is O(n log n) in the size of the documents. The exception are documents with a double between 2^53 and 2^63:
+ * The time is O(n log n) in the size of the documents, except for documents with a double between 2^53 and 2^63. There,
  * n elements that differ only by integers which convert to the same double may take O(n^2).
  *
  * Every document that Qt's parser accepts can be compared. Documents made in memory overflow the stack at some tens of

@@ -1,8 +1,12 @@
 #include "QVariantLess.h"
 
 #include <QAbstractItemModel>
+#include <QByteArray>
+#include <QChar>
 #include <QDateTime>
+#include <QMetaType>
 #include <QPersistentModelIndex>
+#include <QString>
 #include <QStringList>
 #include <QUrl>
 #include <QUuid>

@@ -22,7 +22,7 @@ namespace qtextensions {
  * std::sort(values.begin(), values.end(), qtextensions::QVariantLess());
  * @endcode
  *
- * This is a strict weak order for values of one supported type, except for NaN. It is none for different types: "10" is
+ * This is a strict weak order for values of one supported type, except for NaN. For different types it is not: "10" is
  * less than 9 as a text, and 9 is less than "10" as a number. So use only one type in a container.
  *
  * Threads: stateless. May be used on any thread that may read the values.

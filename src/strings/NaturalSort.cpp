@@ -1,5 +1,6 @@
 #include "NaturalSort.h"
 
+#include <QChar>
 #include <QCollator>
 #include <QLocale>
 
@@ -11,8 +12,9 @@
 // Sorting by sort keys is several times as fast as by comparisons, but the order of the keys may differ from compare().
 //
 // With ICU, both agree for texts that are not empty and consist of ASCII and letters of the basic plane. This was
-// tested with random pairs in each locale of ICU, and fuzz_naturalsort repeats the test. They disagree for empty texts
-// beside ignorable characters, digits outside ASCII, the marks of Japanese kana, and lone surrogates.
+// tested with random pairs in each locale of ICU, and fuzz_naturalsort repeats the test. They disagree for an empty
+// text and one of ignorable characters, for digits outside ASCII, for the marks of Japanese kana, and for lone
+// surrogates.
 //
 // Without ICU, Qt's sort keys ignore the numeric mode or do not follow compare() at all (QTBUG-128170).
 
@@ -54,7 +56,7 @@ bool isPlainText(const QString &text)
 
 bool doKeysFollowComparison([[maybe_unused]] const QCollator &collator, const QList<QString> &list)
 {
-    // Only ICU compares "01" and "1" equivalent. Windows and macOS do not document what their collators do here.
+    // Only with ICU do "01" and "1" compare equivalent. Windows and macOS do not document what their collators do here.
 #if defined(Q_OS_WIN) || defined(Q_OS_DARWIN)
     const bool isIcu = false;
 #else
@@ -70,7 +72,7 @@ void sortByKeys(QList<QString> &list, const QCollator &collator)
     for (qsizetype i = 0; i < list.size(); ++i) {
         entries.push_back({collator.sortKey(list.at(i)), i});
     }
-    // std::stable_sort() makes fewer comparisons than std::sort(), and each comparison misses the cache.
+    // std::stable_sort() makes fewer comparisons than std::sort(), and each comparison is likely to miss the cache.
     std::stable_sort(entries.begin(), entries.end(), [](const KeyedText &first, const KeyedText &second) {
         return first.key < second.key;
     });
@@ -82,8 +84,8 @@ void sortByKeys(QList<QString> &list, const QCollator &collator)
     std::move(sorted.begin(), sorted.end(), texts);
 }
 
-// The sorts of the standard library require a strict weak order. The collator's order is none: it is not transitive for
-// runs of digits outside ASCII in several locales. This merge sort is safe with any order: each step moves one text
+// The sorts of the standard library require a strict weak order. The collator's order is not one: in several locales it
+// is not transitive for runs of digits outside ASCII. This merge sort is safe with any order: each step moves one text
 // from one of two ranges that are not empty.
 void sortByMerging(QList<QString> &list, const QCollator &collator)
 {

@@ -10,8 +10,8 @@
  * @brief Orders texts the way a person reads them: "file2" comes before "file10".
  *
  * The order is that of a default QCollator in numeric mode, so it depends on the default QLocale at the time of the
- * call. In the C locale, QCollator ignores the numeric mode and compares code units: "file10" comes before "file2".
- * A Qt built without ICU has no numeric mode on Linux either.
+ * call. In the C locale, QCollator ignores the numeric mode and compares code units: "file10" comes before "file2". On
+ * Linux, a Qt built without ICU has no numeric mode in any locale.
  *
  * Threads: all functions may be called on any thread; each call makes its own collator.
  */

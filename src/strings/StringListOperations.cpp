@@ -11,7 +11,7 @@ QList<QString> StringListOperations::intersection(const QList<QString> &firstLis
     QSet<QString> wanted(secondList.cbegin(), secondList.cend());
     QList<QString> result;
     for (const QString &text : firstList) {
-        // Removed, so that duplicates are not found again.
+        // Removing it prevents a duplicate from being found again.
         if (wanted.remove(text)) {
             result.append(text);
         }
@@ -28,7 +28,7 @@ QList<QString> StringListOperations::subtract(const QList<QString> &firstList, c
     }
     QList<QString> result;
     for (const QString &text : firstList) {
-        // Inserted, so that duplicates are not taken again. The set grows only if the text was not in it.
+        // Inserting it prevents a duplicate from being taken again. The set grows only if the text was not in it.
         const qsizetype sizeBefore = unwanted.size();
         unwanted.insert(text);
         if (unwanted.size() != sizeBefore) {

@@ -1,8 +1,10 @@
 #include "StringUtility.h"
 
+#include <QChar>
 #include <QDebug>
 #include <QMessageLogger>
 #include <QStringTokenizer>
+#include <QStringView>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>

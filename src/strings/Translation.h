@@ -15,8 +15,8 @@ namespace strings {
  * character, and a lone surrogate is replaced.
  *
  * May be called on any thread, also while translators are being installed and removed: the translators that are
- * installed at that moment are used. Meanwhile, no installed translator may load a file and QCoreApplication must not
- * be destroyed.
+ * installed at that moment are used. During the call, no installed translator may load a file, and QCoreApplication
+ * must not be destroyed.
  *
  * @param context the name of the translation context, null-terminated and in the encoding of the translators (UTF-8)
  */
