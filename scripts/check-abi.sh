@@ -2,7 +2,7 @@
 # Compares the binary interface of this checkout with that of a release: the layout of classes, virtual tables and
 # signatures. The release is built from its commit in a worktree under build/abi.
 # usage: scripts/check-abi.sh [COMMIT]   default: the last tag
-# exit code: 0 if there are only additions; 1 if anything has changed or is missing; 2 if there is nothing to compare with
+# exit code: 0 if there are only additions; 1 if anything has changed or is missing; 2 if no comparison was possible
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -17,8 +17,8 @@ fi
 scripts/setup.sh abigail-tools
 worktree=build/abi/release
 
-# All sources in one unit, not optimised: libabigail loses functions of a class that several units know, and all but one of
-# functions that the optimiser merges.
+# One unit for all sources, without optimisation: libabigail loses functions of a class that occurs in several units,
+# and functions that the optimiser has merged.
 build_library() { # SOURCE BUILD
     cmake -S "$1" -B "$2" -G Ninja --log-level=WARNING -DCMAKE_CXX_COMPILER=g++ -DCMAKE_BUILD_TYPE=Debug \
         -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 \
@@ -43,4 +43,4 @@ if ((result)); then
     echo 'check-abi: the interface has changed; see "Changing the interface" in CONTRIBUTING.md' >&2
     exit 1
 fi
-echo "check-abi: nothing but additions since $release"
+echo "check-abi: only additions since $release"

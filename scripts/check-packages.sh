@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the Debian packages in build/packages, has lintian look at them, unpacks them into an empty root, and builds and
-# runs a client against what lies there. Nothing of them is installed.
+# Builds the Debian packages in build/packages, checks them with lintian, unpacks them into an empty folder, and builds
+# and runs a client with the unpacked files. Installs none of the packages.
 # usage: scripts/check-packages.sh
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -9,7 +9,7 @@ scripts/setup.sh dpkg-dev file lintian graphviz qt6-documentation-tools doxygen-
 build=build/packages
 root=$PWD/$build/root
 
-# As Debian builds: hardened, and with paths that do not tell where.
+# Debian's own flags: hardening, and no build path in the binaries.
 export DEB_BUILD_MAINT_OPTIONS=hardening=+all
 cmake -S . -B "$build" -G Ninja --log-level=WARNING -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
     -DCMAKE_INSTALL_DOCDIR=share/doc/libtarnwick-doc \

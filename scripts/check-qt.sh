@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds everything and passes the tests with the compilers, versions of Qt and standards of C++ that the library supports.
-# A warning is an error, that of a function deprecated in Qt included.
-# usage: scripts/check-qt.sh [PART...]   without one: all but the last
+# Builds everything and runs the tests with the compilers, versions of Qt and standards of C++ that the library
+# supports. Warnings are errors, including those about functions that Qt deprecates.
+# usage: scripts/check-qt.sh [PART...]   default: all parts except "standards"
 #   gcc         g++ and Qt of this machine
 #   clang       clang 14 and Qt of this machine
 #   libc++      the same with libc++, which has no std::from_chars() and std::to_chars() for floating-point numbers
@@ -9,9 +9,9 @@
 #   sid         g++ and Qt of Debian sid, as C++17, C++20 and C++23
 #   standards   g++ and Qt of this machine, as C++20 and C++23
 #
-# The first run installs trixie and sid in ~/.cache/tarnwick, 1.6 GB each, which takes root's rights. Later runs use trixie
-# unchanged and upgrade sid. A copy of this checkout's files is built there. A sid that cannot be installed or upgraded is
-# reported and left out.
+# The first run installs trixie and sid in ~/.cache/tarnwick, 1.6 GB each. This requires root. Later runs use trixie
+# unchanged and upgrade sid. A copy of this checkout's files is built there. If sid cannot be installed or upgraded, it
+# is reported and left out.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -27,7 +27,7 @@ run_in() { # DEBIAN COMMAND...
         env -i PATH=/usr/sbin:/usr/bin HOME=/root LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive "${@:2}"
 }
 
-# Installs a Debian, from the repository of this machine's own packages, and in it what the build needs.
+# Installs a Debian, from the repository of this machine's own packages, and the packages that the build needs.
 install_debian() { # DEBIAN
     local repository root=$cache/$1
     if [ ! -e "$root/installed" ]; then
@@ -61,7 +61,7 @@ prepare_debian() { # DEBIAN
     run_in "$1" sh -c "$say" g++
 }
 
-# The tests of a build that has no preset.
+# Builds and tests in a folder that has no preset.
 build_and_test() { # FOLDER CMAKE-OPTION...
     cmake --preset dev -B "$1" "${@:2}" --log-level=WARNING
     cmake --build "$1"
@@ -81,11 +81,11 @@ check_clang() {
     build_and_test build/clang -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=clang++-14
 }
 
-# Qt's own functions take types of libstdc++, whose names differ. tests/support/libcxx has those that library and tests
-# call. Left out:
+# Qt is built with libstdc++: functions that take its types have other names under libc++. tests/support/libcxx defines
+# those that the library and the tests call. Left out:
 # - symbols: the list has the names of libstdc++'s types
 # - consumer, consumer-static, subproject-*, gdb-*: their clients are built with the compiler's own standard library
-# - documentation, model-*: nothing in them is compiled
+# - documentation, model-*: they compile nothing
 check_libcxx() {
     scripts/setup.sh clang-14 libc++-14-dev libc++abi-14-dev
     sh -c "$say" clang++-14

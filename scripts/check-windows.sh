@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
-# Builds library, tests and examples for Windows with MinGW, warnings as errors, and passes the tests under Wine. Needs no
-# display.
+# Builds the library, tests and examples for Windows with MinGW, with warnings as errors, and runs the tests under Wine.
+# Needs no display.
 # usage: scripts/check-windows.sh [--widgets] [CTEST-OPTION...]   for example: scripts/check-windows.sh -R naturalsort
 #   --widgets   builds the example queue-monitor, too, and the Qt Widgets that it needs
 #
-# The first run cross-builds Core, Gui and Test of the source package that this machine's Qt was made from. On two idle
-# cores that takes about 10 minutes, and 10 more for Widgets. It is kept in ~/.cache/tarnwick/qt-windows, with Wine's
-# files about 2 GB.
+# The first run cross-builds Core, Gui and Test from the source package of this machine's Qt. On two idle cores that
+# takes about 10 minutes, and 10 more for Widgets. The result is kept in ~/.cache/tarnwick/qt-windows: about 2 GB, with
+# Wine's files.
 #
 # Not tested there:
-# - documentation, model-*: check the checkout on this machine; nothing in them is compiled for Windows
-# - gdb-*: the printers are loaded from beside a Linux library
-# - lifecycle-*, symbols: test what the build does on Linux only, that the library stays loaded and what it exports
-# - readme: runs a shell script
+# - documentation, model-*: check the checkout on this machine; they compile nothing
+# - gdb-*: GDB loads the printers from the folder of a Linux library
+# - lifecycle-*, symbols: on Linux only, the library stays loaded and its exports are listed
+# - readme: a shell script
 # - file-digest-linux, tst_filedigest: need sha256sum and the signals of Unix
 # - tst_queuemonitor: passes, but half of its processes hang while they end, in pthread_key_delete() of MinGW's runtime
 set -euo pipefail
@@ -33,7 +33,7 @@ gmp=$cache/gmp
 host=x86_64-w64-mingw32
 wine=/usr/lib/wine/wine64 # the package has no command in PATH
 
-# In the order of Debian's Qt: only what library, tests and examples use.
+# Qt with only the features that the library, tests and examples use.
 features=(
     -release -shared -no-opengl -no-dbus -no-icu -no-glib -no-libjpeg -no-gif -no-feature-harfbuzz -no-feature-vulkan
     -no-feature-sql -no-feature-network -no-feature-printsupport -no-feature-concurrent -no-feature-sessionmanager
@@ -57,7 +57,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 END
 }
 
-# Qt is used where it is built, so nothing is installed. Shared, since the library and its tests use the same Qt.
+# Qt is used from its build folder and not installed. It is shared, so that the library and its tests use the same Qt.
 configure_qt() {
     scripts/fetch-source.sh qt6-base-dev "$cache/source"
     write_toolchain
@@ -78,7 +78,7 @@ build_widgets() {
         QWindowsVistaStylePlugin
 }
 
-# The oracle of the base converter's test: the reduced GMP that comes with the source of GMP.
+# For the base converter's test: mini-gmp, which comes with the source of GMP.
 build_gmp() {
     scripts/fetch-source.sh libgmp-dev "$gmp/source"
     cp "$gmp/source/mini-gmp/mini-gmp.h" "$gmp/gmp.h"
@@ -121,7 +121,7 @@ once configure_qt build_qt build_gmp
 # Wine does not pass on variables whose names begin with QT_; it passes on WINEQT_X as QT_X.
 unset DISPLAY WAYLAND_DISPLAY
 export WINEPREFIX=$cache/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
-# Without the second one Qt Test would print nothing.
+# Without WINEQT_FORCE_STDERR_LOGGING, Qt Test prints nothing.
 export WINEQT_QPA_PLATFORM=offscreen WINEQT_FORCE_STDERR_LOGGING=1
 runtime=$(dirname "$("$host-g++-posix" -print-libgcc-file-name)")
 build=$PWD/build/windows

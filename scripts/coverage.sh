@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Measures which lines of src/ the tests execute, in build/coverage. A line that they do not execute is named and is a
-# failure. Branches are counted for information, without those of exceptions.
+# Measures in build/coverage which lines of src/ the tests execute. Names each line that they do not execute; any such
+# line is a failure. Reports branches only for information, without those of exceptions.
 # usage: scripts/coverage.sh
 #
 # A line that no test can reach is marked "GCOVR_EXCL_LINE" with the reason.
@@ -12,7 +12,7 @@ build=build/coverage
 cmake --preset coverage --log-level=WARNING
 cmake --build --preset coverage
 find "$build" -name '*.gcda' -delete
-# Left out: tests that build a library of their own, and those of GDB, which execute next to nothing.
+# Left out: the tests that build a library of their own, and those of GDB, which execute few lines.
 ctest --preset coverage --parallel "$(nproc)" --exclude-regex '^(consumer|subproject|gdb)'
 
 measure() { gcovr --root . --filter src/ --exclude-throw-branches "$@" "$build"; }

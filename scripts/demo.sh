@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Digests files, and all files in folders, with the example file-digest, which it builds first. Skips .git and folders
-# named "build" inside folders.
+# Builds the example file-digest and computes the digests of files and of all files in folders. Skips entries of folders
+# that are named ".git" or "build".
 # usage: scripts/demo.sh [FILE|FOLDER...]   default: this checkout
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -19,7 +19,7 @@ for path in "$@"; do
     fi
 done
 
-# Standard output has the digests only.
+# Standard output contains only the digests.
 (
     cd "$root"
     echo "== packages"

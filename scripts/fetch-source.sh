@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Unpacks the source of an installed Debian package, in the installed version, into a folder that it replaces.
+# Unpacks the source of an installed Debian package, in the installed version, into a folder. Replaces the folder.
 # usage: scripts/fetch-source.sh PACKAGE FOLDER
 #
-# The index of sources is read from the repository that the package came from, with the keys named there, and is kept with
-# the downloads in ~/.cache/tarnwick/sources. The machine's own sources and indexes stay unchanged.
+# Reads the index of sources from the repository of the package, with the keys that the machine's configuration names
+# for it. Keeps index and downloads in ~/.cache/tarnwick/sources. Does not change the machine's own sources and indexes.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 package=$1

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs each target of tests/fuzz with libFuzzer, under the address and undefined behaviour sanitizers, and prints how much
-# of the code under test it has covered. Any finding is a failure. Its input is in build/fuzz/findings; the fix adds it as a
-# row to a test.
+# Runs each target of tests/fuzz with libFuzzer under the address and undefined behaviour sanitizers, and prints how
+# much of the code under test it covers. Any finding is a failure. Its input is saved in build/fuzz/findings; the commit
+# with the fix adds this input as a row of a test.
 # usage: scripts/fuzz.sh SECONDS   for each target
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -22,7 +22,7 @@ for source in tests/fuzz/fuzz_*.cpp; do
     work=$build/work/$target
     mkdir -p "$work/corpus"
     echo "== $target"
-    # %m: the program and the library write one profile each.
+    # %m stands for the binary: the program and the library each write a profile.
     if ! LLVM_PROFILE_FILE="$work/%m.profraw" "$build/tests/fuzz_$target" -max_total_time="$seconds" -timeout=30 \
         -print_final_stats=1 -artifact_prefix="$build/findings/$target-" "$work/corpus" >"$work/log" 2>&1; then
         tail -n 50 "$work/log"

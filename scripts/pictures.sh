@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the pictures of the example queue-monitor in docs/images/: builds it, works it by keys on a screen of its own,
-# and photographs that.
+# Takes the screenshots of the example queue-monitor in docs/images/: builds the example, operates it by keyboard on a
+# virtual screen, and captures that screen.
 # usage: scripts/pictures.sh
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -18,21 +18,21 @@ trap 'kill $monitor $screen 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 mkdir -p "$images"
 cd "$work"
 
-# The screen has the size of the window and chooses its own number. The locale gives the language.
+# The screen has the size of the window; Xvfb chooses a free display number. The locale sets the language.
 mkfifo display
 Xvfb -displayfd 3 -screen 0 900x560x24 -nolisten tcp 3>display 2>/dev/null &
 screen=$!
 read -r number <display
 export DISPLAY=:$number LC_ALL=en_GB.UTF-8 QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work
 
-# What is digested: one file is long enough to be seen at work.
+# The files to digest. One is so long that a screenshot shows its progress.
 mkdir scans config
 for i in $(seq 14); do
     head -c "$((i * 40000))" /dev/zero >"scans/scan $i.tif"
 done
 truncate -s 2G "scans/scan 7.tif"
 
-# A desktop's dark colours, as Qt reads them from a configuration of KDE.
+# Dark colours, in a KDE configuration that Qt reads.
 colors() { # SECTION BACKGROUND TEXT
     printf '[%s]\nBackgroundNormal=%s\nBackgroundAlternate=%s\nForegroundNormal=%s\n' "$1" "$2" "$2" "$3"
 }
@@ -53,7 +53,7 @@ open_monitor() { # [VARIABLE=VALUE...] FILE...
 }
 focus() { xdotool search --sync --onlyvisible --name "^$1\$" windowfocus --sync >/dev/null; }
 press() { xdotool key --delay 100 "$@" && sleep 1; }
-take() { # NAME: photographs the screen and closes the window
+take() { # NAME: captures the screen and closes the window
     import -window root -strip +dither -colors 128 "PNG8:$images/queue-monitor-$1.png"
     kill "$monitor"
     wait "$monitor" 2>/dev/null || true
@@ -76,7 +76,7 @@ open_monitor "$program" "scans/scan 1.tif" "scans/scan 2.tif" "scans/scan 3.tif"
 press ctrl+s
 focus "Save Digests"
 xdotool key ctrl+a type "$work/scans.sha256"
-press Return # and the question appears
+press Return # shows the request for user action
 take user-action
 
 ls -l "$images"

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Takes the programs that README.md shows from the compiled examples: the block of code behind each line
-# "<!-- from FILE -->" becomes that file.
-# usage: scripts/readme.sh [--check]   with --check nothing is written, and a difference is a failure
+# Copies compiled examples into README.md: replaces the code block after each line "<!-- from FILE -->" with the file.
+# usage: scripts/readme.sh [--check]   with --check: writes nothing; a difference is a failure
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs with apt-get the packages that are missing. Asks nothing.
-# usage: scripts/setup.sh [--library] [PACKAGE...]   default: what development needs; with --library: what the library
-#                                                    and the examples need; in addition the packages that are named
+# Installs missing packages with apt-get, without asking: those that development needs, and each PACKAGE.
+# usage: scripts/setup.sh [--library] [PACKAGE...]   with --library: instead of all that development needs, only what the
+#                                                    library and the examples need
 set -euo pipefail
 
 packages=(g++ cmake ninja-build qt6-base-dev)
