@@ -1,6 +1,6 @@
 # Warnings, definitions and sanitizers of the project's own targets. Clients of the library get none of them.
 
-# Sanitizers reach every target, since a sanitized library needs a sanitized program around it.
+# Every target gets the sanitizers: a program that uses a sanitized library must be sanitized, too.
 if(TARNWICK_SANITIZE)
     add_compile_options(-fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TARNWICK_SANITIZE})
@@ -24,8 +24,8 @@ function(tarnwick_compiler_settings target)
             QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
             QT_DISABLE_DEPRECATED_BEFORE=0x060400
     )
-    # clang-cl is left out: there -Wall means all warnings. GCC gets -Wshadow=local, since its -Wshadow warns of a
-    # constructor's parameter that has the name of the field it initialises.
+    # clang-cl is left out: its -Wall means all warnings. GCC gets -Wshadow=local: its -Wshadow also warns about a
+    # constructor's parameter that has the name of the field.
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT MSVC)
         target_compile_options(
             ${target}

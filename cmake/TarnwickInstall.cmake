@@ -31,7 +31,7 @@ install(
     COMPONENT development
 )
 
-# The pkg-config module takes the prefix from its own place, so that an installation can be moved.
+# The pkg-config module computes the prefix from its own location, so an installation can be moved.
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH pkgconfig_prefix "/${pkgconfig_dir}" "/")
 if(library_kind STREQUAL "shared")
@@ -49,8 +49,8 @@ install(
     COMPONENT development
 )
 
-# GDB loads the file named after a library if its user trusts the folder. For a library under /usr it also looks in a
-# folder of its own, which it trusts.
+# GDB loads the script with the name of the library if the user has declared the folder safe. For a library under /usr it
+# also searches a folder of its own, which is always safe.
 if(library_kind STREQUAL "shared" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
     set(gdb_dir "${CMAKE_INSTALL_LIBDIR}")
     if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")

@@ -19,7 +19,7 @@ endmacro()
 function(tarnwick_report_missing_packages)
     feature_summary(
         WHAT RECOMMENDED_PACKAGES_NOT_FOUND
-        DESCRIPTION "Not found, so that what needs it is left out:"
+        DESCRIPTION "Not found (the parts that need them are left out):"
         INCLUDE_QUIET_PACKAGES
         QUIET_ON_EMPTY
     )

@@ -5,7 +5,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
 endif()
 set(CPACK_PACKAGE_NAME tarnwick)
 set(CPACK_PACKAGE_CONTACT "Tarnwick maintainers <maintainers@tarnwick.invalid>")
-# Each package has a summary of its own, the first line of its description.
+# The summary of each package is the first line of its description.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_COMPONENTS_ALL runtime development)
 if(TARNWICK_BUILD_DOCS)
@@ -28,12 +28,12 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(
     CPACK_DEBIAN_RUNTIME_DESCRIPTION
     "application foundations for Qt, shared library
-A queue of asynchronous commands that a worker thread runs one at a time,
-followed through Qt signals, and around it small tools: text forms of values,
-safe file names, natural sorting, logging categories, number bases, colours
-and the comparison of JSON documents.
+A queue of asynchronous commands that a worker thread runs one at a time and
+that clients follow through Qt signals, and small tools around it: text forms
+of values, safe file names, natural sorting, logging categories, number bases,
+colours and the comparison of JSON documents.
 .
-This package has the library that programs run with."
+This package contains the shared library."
 )
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtarnwick-dev)
@@ -46,8 +46,8 @@ set(
 A queue of asynchronous commands that a worker thread runs one at a time,
 and small tools around it.
 .
-This package has what building with the library takes: headers, the CMake
-package Tarnwick and the pkg-config module tarnwick."
+This package contains what is needed to build programs with the library: the
+headers, the CMake package Tarnwick and the pkg-config module tarnwick."
 )
 
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME libtarnwick-doc)
@@ -59,7 +59,7 @@ set(
 A queue of asynchronous commands that a worker thread runs one at a time,
 and small tools around it.
 .
-This package has the documentation of the library, as HTML and as Qt help
+This package contains the documentation of the library, as HTML and as Qt help
 for Qt Assistant and Qt Creator."
 )
 

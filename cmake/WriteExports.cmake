@@ -1,6 +1,6 @@
-# Writes OUTPUT, a linker version script that exports the classes and namespaces declared in public headers: of these, the
-# linker exports what TARNWICK_EXPORT makes visible. Without the script the library would also export what the compiler
-# instantiates of the templates of Qt and the standard library.
+# Writes OUTPUT, a linker version script. It names the classes and namespaces that public headers declare, and the linker
+# exports those of their symbols that TARNWICK_EXPORT makes visible. Without the script, the library would also export
+# instances of templates of Qt and the standard library.
 # usage: cmake -DOUTPUT=<file> -P WriteExports.cmake -- <header>...
 
 set(names)

@@ -1,4 +1,4 @@
-# Run by cpack: puts among the files of each package what Debian wants there, and takes from the library what it does not.
+# Run by cpack: adds the files that Debian requires to each package, and strips the library.
 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER "${component}" name)

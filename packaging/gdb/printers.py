@@ -1,6 +1,6 @@
-"""GDB shows what a utility::Optional holds, and the record of a command with its status by name.
+"""Shows in GDB the value of a utility::Optional, and the record of a command with the name of its status.
 
-Installed under the name by which GDB loads it together with the library.
+Installed under a name that makes GDB load it together with the library.
 """
 
 import gdb
@@ -12,7 +12,7 @@ class OptionalPrinter:
         self.optional = optional
         self.pointer = optional["valuePointer"]
 
-    # Before its constructor has run, an Optional points anywhere.
+    # The pointer is arbitrary before the constructor of the Optional has run.
     def holds_value(self):
         storage = self.optional["storage"].address
         return self.pointer != 0 and (storage is None or int(storage) == int(self.pointer))
@@ -33,14 +33,14 @@ class CommandDataPrinter:
 
     def children(self):
         yield "reference", text(self.record["reference"])
-        yield "status", plain(self.record["status"])
-        yield "errorCode", plain(self.record["errorCode"])
+        yield "status", load(self.record["status"])
+        yield "errorCode", load(self.record["errorCode"])
         yield "errorMessage", text(self.record["errorMessage"])
-        yield "pendingAllowed", plain(self.record["isPendingAllowed"])
+        yield "pendingAllowed", load(self.record["isPendingAllowed"])
 
 
-def plain(atomic):
-    """Returns what a std::atomic holds, whatever the standard library calls it."""
+def load(atomic):
+    """Returns the value of a std::atomic, independent of the names of its fields."""
     return atomic.address.cast(atomic.type.template_argument(0).pointer()).dereference()
 
 
