@@ -23,59 +23,6 @@ public:
     }
 };
 
-void noRecord(void (*call)(CommandQueue &queue, const TestCommandPointer &command))
-{
-    CommandQueue queue;
-    call(queue, TestCommandPointer::create(nullptr));
-}
-
-/** Starts a worker whose only command calls @p work. */
-void executeOnWorker(void (*work)(CommandQueueThread &worker))
-{
-    CommandQueueThread worker;
-    TestData data{u"A"_s};
-    worker.getCommandQueue().addCommand(TestCommandPointer::create(&data, [&](TestCommand &) { work(worker); }));
-    worker.start();
-    worker.wait();
-}
-
-struct ForbiddenCall
-{
-    const char *name;
-    void (*call)();
-    const char *message;
-};
-
-const ForbiddenCall forbiddenCallList[] = {
-    {"stop() under the lock",
-        [] {
-            CommandQueueThread worker;
-            CommandQueue &queue = worker.getCommandQueue();
-            TestData data{u"A"_s};
-            QObject::connect(&queue, &CommandQueue::commandAdded, &worker, &CommandQueueThread::stop);
-            queue.addCommand(TestCommandPointer::create(&data));
-        },
-        "CommandQueueThread::stop: \"called with the queue's lock held\""},
-    {"process() in handleExecute()",
-        [] { executeOnWorker([](CommandQueueThread &worker) { worker.getCommandQueue().process(); }); },
-        "CommandQueue::process: \"called while a run is under way\""},
-    {"process() on two threads",
-        [] {
-            executeOnWorker([](CommandQueueThread &worker) {
-                std::thread([&worker] { worker.getCommandQueue().process(); }).join();
-            });
-        },
-        "CommandQueue::process: \"called while a run is under way\""},
-    {"addCommand() without a record",
-        [] { noRecord([](auto &queue, auto &command) { queue.addCommand(command); }); },
-        "CommandQueue::addCommand: \"the command has no record\""},
-    {"cancelCommand() without a record",
-        [] { noRecord([](auto &queue, auto &command) { queue.cancelCommand(command); }); },
-        "CommandQueue::cancelCommand: \"the command has no record\""},
-    {"hasCommand() without a record",
-        [] { noRecord([](auto &queue, auto &command) { queue.hasCommand(command.data()); }); },
-        "CommandQueue::hasCommand: \"the command has no record\""},
-};
 } // namespace
 
 /** What happens under the mutex of the queue, and what must not. */
@@ -118,8 +65,8 @@ private Q_SLOTS:
             queue.addCommand(std::exchange(victim, nullptr));
         }
         const auto dropIn = [&](const char *here) {
-            return [&, here] {
-                if (place != QLatin1String(here)) {
+            return [&, isHere = place == QLatin1String(here)] {
+                if (!isHere) {
                     return;
                 }
                 if (operation == u"cancel listed") {
@@ -136,7 +83,8 @@ private Q_SLOTS:
         connect(&queue, &CommandQueue::commandAdded, &queue, dropIn("added"));
         connect(&queue, &CommandQueue::commandRemoved, &queue, dropIn("removed"));
         connect(&queue, &CommandQueue::awaitingUserAction, &queue, dropIn("awaiting"));
-        command->cancelHook = dropIn("handleCancel");
+        const auto dropInCancel = dropIn("handleCancel");
+        command->callHook = [&](const QString &) { dropInCancel(); };
         command->lookHook = dropIn("canBeStarted");
 
         dropIn("nowhere")();
@@ -166,33 +114,63 @@ private Q_SLOTS:
         QCOMPARE(added.getStatus(), CommandData::CANCELLED);
     }
 
-    /** Each row ends a process of its own. */
     void forbiddenCalls_data()
     {
-        QTest::addColumn<int>("index");
-        for (int index = 0; index < int(std::size(forbiddenCallList)); ++index) {
-            QTest::newRow(forbiddenCallList[index].name) << index;
-        }
+        QTest::addColumn<QString>("message");
+        QTest::newRow("stop() under the lock") << "CommandQueueThread::stop: \"called with the queue's lock held\"";
+        QTest::newRow("process() in handleExecute()") << "CommandQueue::process: \"called while a run is under way\"";
+        QTest::newRow("process() on two threads") << "CommandQueue::process: \"called while a run is under way\"";
+        QTest::newRow("addCommand()") << "CommandQueue::addCommand: \"the command has no record\"";
+        QTest::newRow("cancelCommand()") << "CommandQueue::cancelCommand: \"the command has no record\"";
+        QTest::newRow("hasCommand()") << "CommandQueue::hasCommand: \"the command has no record\"";
     }
+    /** Each row ends a process of its own. */
     void forbiddenCalls()
     {
 #ifdef QT_NO_DEBUG
         QSKIP("not checked in a release build");
 #endif
-        QFETCH(const int, index);
+        const QString call = QString::fromLatin1(QTest::currentDataTag());
         if (qEnvironmentVariableIsSet("TARNWICK_FORBIDDEN_CALL")) {
-            forbiddenCallList[index].call();
-            return;
+            return make(call);
         }
+        qputenv("TARNWICK_FORBIDDEN_CALL", "1");
         QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"TARNWICK_FORBIDDEN_CALL"_s, u"1"_s);
-        process.setProcessEnvironment(environment);
-        process.start(QCoreApplication::applicationFilePath(),
-            {u"-nocrashhandler"_s, u"forbiddenCalls:"_s + QString::fromLatin1(QTest::currentDataTag())});
+        process.start(QCoreApplication::applicationFilePath(), {u"-nocrashhandler"_s, u"forbiddenCalls:"_s + call});
+        qunsetenv("TARNWICK_FORBIDDEN_CALL");
         QVERIFY(process.waitForFinished());
-        const QByteArray output = process.readAllStandardOutput() + process.readAllStandardError();
-        QVERIFY2(output.contains(forbiddenCallList[index].message), output.constData());
+        const QString output = QString::fromLocal8Bit(process.readAllStandardOutput() + process.readAllStandardError());
+        QFETCH(const QString, message);
+        QVERIFY2(output.contains(message), qPrintable(output));
+    }
+
+private:
+    static void make(const QString &call)
+    {
+        TestData data{u"A"_s};
+        CommandQueueThread worker;
+        CommandQueue &queue = worker.getCommandQueue();
+        const auto noRecord = TestCommandPointer::create(nullptr);
+        const auto command = TestCommandPointer::create(&data, [&](TestCommand &) {
+            if (call.endsWith(u"threads")) {
+                std::thread([&] { queue.process(); }).join();
+            } else {
+                queue.process();
+            }
+        });
+        if (call.startsWith(u"stop()")) {
+            connect(&queue, &CommandQueue::commandAdded, &worker, &CommandQueueThread::stop);
+            queue.addCommand(command);
+        } else if (call.startsWith(u"process()")) {
+            queue.addCommand(command);
+            queue.process();
+        } else if (call == u"addCommand()") {
+            queue.addCommand(noRecord);
+        } else if (call == u"cancelCommand()") {
+            queue.cancelCommand(noRecord);
+        } else {
+            queue.hasCommand(noRecord.data());
+        }
     }
 };
 

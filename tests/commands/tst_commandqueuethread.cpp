@@ -7,7 +7,6 @@
 #include <QTest>
 
 #include <deque>
-#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -49,24 +48,16 @@ public:
     CommandQueue &queue = getCommandQueue();
 };
 
-/** Counts how often a command ends. */
-struct Tracked : Item
+QString endOf(const Item &item)
 {
-    using Item::Item;
-    bool waitFor(CommandData::Status status) const
-    {
-        return ::waitFor([&] { return data.getStatus() == status; });
-    }
-    QString end() const
-    {
-        return u"%1, final statuses: %2, removals: %3"_s.arg(data.getStatusAsString())
-            .arg(ends.load())
-            .arg(removals.load());
-    }
+    const QString text = u"%1, final statuses: %2, removals: %3"_s;
+    return text.arg(item.data.getStatusAsString()).arg(item.data.ends.load()).arg(item.data.removals.load());
+}
 
-    std::atomic<int> ends = 0; // how often it came to a final status
-    std::atomic<int> removals = 0;
-};
+bool waitForEnd(const Item &item)
+{
+    return waitFor([&] { return item.data.getStatus() == CommandData::FINISHED; });
+}
 
 const QString finishedOnce = u"FINISHED, final statuses: 1, removals: 1"_s;
 const QString cancelledOnce = u"CANCELLED, final statuses: 1, removals: 1"_s;
@@ -81,7 +72,7 @@ public:
         opened.tryAcquire(1, timeout);
     }
     bool waitForArrival() { return arrived.tryAcquire(1, timeout); }
-    void release() { opened.release(); }
+    void release() { opened.release(1000); } // arrivals to come, too
 
 private:
     QSemaphore arrived;
@@ -109,24 +100,81 @@ void directly(const Sender &sender, Signal signal, Slot slot)
     QObject::connect(&sender, signal, &sender, slot, Qt::DirectConnection);
 }
 
-enum State { BeforeStart, Asleep, InCommandStarted, InExecute, InExecuteTwice, ByExecute, InCommandFinished };
+enum State { BeforeStart, Asleep, InCommandStarted, InExecute, InCommandFinished, AtUserAction };
 
-using WakeUp = void (*)(Worker &worker, const Tracked &added);
-const WakeUp add = [](Worker &worker, const Tracked &added) { worker.queue.addCommand(added.command); };
-const WakeUp allow = [](Worker &worker, const Tracked &) { Q_EMIT worker.queue.finishCommandAllowed(true); };
-const WakeUp restart = [](Worker &worker, const Tracked &) { worker.restart(); };
-
-void countEnds(const CommandQueue &queue, std::deque<Tracked> &items)
+/** A worker in a given state, with A at the gate or unable to start, and B, which could start now; no wake-up pending.
+ */
+struct Fixture
 {
-    QHash<CommandData *, Tracked *> byRecord;
-    for (Tracked &item : items) {
-        byRecord.insert(&item.data, &item);
-        directly(item.data, &CommandData::statusChanged, [&item](CommandData *data) {
-            const CommandData::Status status = data->getStatus();
-            item.ends += status == CommandData::FINISHED || status == CommandData::CANCELLED;
+    explicit Fixture(State state)
+    {
+        TestData::countRemovals(queue);
+        const auto arriveIn = [this, state](State here) {
+            if (state == here) {
+                gate.arrive();
+            }
+        };
+        directly(queue, &CommandQueue::commandStarted, [=] { arriveIn(InCommandStarted); });
+        a.command->work = [=](TestCommand &) { arriveIn(InExecute); };
+        directly(queue, &CommandQueue::commandFinished, [=] {
+            ++runs;
+            arriveIn(InCommandFinished);
         });
+        b.command->startable = false;
+        queue.addCommand(b.command);
+        if (state != BeforeStart) {
+            worker.start();
+            isReady = waitFor([this] { return b.command->looks == 2; });
+        }
+        a.command->startable = state != Asleep;
+        if (state == AtUserAction) {
+            a.data.setStatus(CommandData::REQUIRE_USER_ACTION);
+        }
+        queue.addCommand(a.command);
+        if (state == Asleep) {
+            isReady = isReady && waitFor([this] { return a.command->looks == 1; });
+        } else if (state == AtUserAction) {
+            isReady = isReady && waitFor([this] { return runs == 1; });
+        } else if (state != BeforeStart) {
+            isReady = isReady && gate.waitForArrival();
+        }
+        b.command->startable = true;
     }
-    directly(queue, &CommandQueue::commandRemoved, [byRecord](CommandData *data) { ++byRecord.value(data)->removals; });
+
+    bool isReady = true;
+    std::atomic<int> runs = 0;
+    Gate gate;
+    Item a{u"A"_s};
+    Item b{u"B"_s};
+    Item c{u"C"_s};
+    Worker worker;
+    CommandQueue &queue = worker.queue;
+};
+
+using Operation = void (*)(Fixture &fixture);
+const Operation add = [](Fixture &f) { f.queue.addCommand(f.c.command); };
+const Operation allow = [](Fixture &f) { Q_EMIT f.queue.finishCommandAllowed(true); };
+const Operation restart = [](Fixture &f) { f.worker.restart(); };
+template <const Operation &operation>
+void onAnotherThread(Fixture &fixture)
+{
+    onAnotherThread([&] { operation(fixture); });
+}
+template <const Operation &operation>
+void paused(Fixture &fixture)
+{
+    fixture.queue.pause();
+    operation(fixture);
+}
+const Operation restartTwice = [](Fixture &f) {
+    paused<restart>(f);
+    paused<restart>(f);
+};
+template <const Operation &operation>
+void delivered(Fixture &fixture)
+{
+    onAnotherThread<operation>(fixture);
+    QCoreApplication::processEvents();
 }
 } // namespace
 
@@ -137,7 +185,7 @@ class CommandQueueThreadTest : public QObject
 private Q_SLOTS:
     void signalsComeOnTheWorker()
     {
-        Tracked item(u"A"_s);
+        Item item(u"A"_s);
         Worker worker(nullptr);
         QList<QThread *> threads;
         const auto note = [&] { threads.append(QThread::currentThread()); };
@@ -147,318 +195,186 @@ private Q_SLOTS:
         directly(worker.queue, &CommandQueue::commandFinished, note);
         worker.queue.addCommand(item.command);
         worker.start();
-        QVERIFY(item.waitFor(CommandData::FINISHED));
+        QVERIFY(waitForEnd(item));
         QVERIFY(worker.end());
         QCOMPARE(threads, QList<QThread *>{QThread::currentThread()} + QList<QThread *>(5, &worker));
         QCOMPARE(worker.objectName(), u"CommandQueue"_s);
         QCOMPARE(&std::as_const(worker).getCommandQueue(), &worker.queue);
     }
 
-    void pauseBeforeStartIsEndedByTheFirstRun()
+    void wakeUps_data()
     {
-        Tracked item(u"A"_s);
-        Worker worker;
-        worker.queue.addCommand(item.command);
-        worker.queue.pause();
-        worker.start();
-        QVERIFY(item.waitFor(CommandData::FINISHED));
-        QCOMPARE(worker.queue.isPaused(), false);
-    }
+        QTest::addColumn<State>("state");
+        QTest::addColumn<Operation>("operation");
+        QTest::addColumn<int>("runs"); // until the worker sleeps
+        QTest::addColumn<CommandData::Status>("endOfB"); // CANCELLED by the stop() after that if it has not run
+        const auto row = [](const char *name, State state, Operation operation, int runs, CommandData::Status end) {
+            QTest::newRow(name) << state << operation << runs << end;
+        };
+        constexpr auto ran = CommandData::FINISHED;
+        constexpr auto waited = CommandData::CANCELLED;
+        const Operation pauseAndStart = [](Fixture &f) {
+            f.queue.pause();
+            f.worker.start();
+        };
+        row("pause before start()", BeforeStart, pauseAndStart, 1, ran);
+        row("asleep: add", Asleep, add, 1, ran);
+        row("asleep: restart", Asleep, restart, 1, ran);
+        row("asleep: allow", Asleep, allow, 1, ran);
+        row(
+            "asleep: do not allow", Asleep, [](Fixture &f) { Q_EMIT f.queue.finishCommandAllowed(false); }, 0, waited);
+        row("another thread: restart", Asleep, onAnotherThread<restart>, 1, ran);
+        row("another thread: add", Asleep, onAnotherThread<add>, 0, waited);
+        row("another thread: allow", Asleep, onAnotherThread<allow>, 0, waited);
+        row("another thread: add, delivered", Asleep, delivered<add>, 1, ran);
+        row("another thread: allow, delivered", Asleep, delivered<allow>, 1, ran);
+        row("end of a run: add", InCommandFinished, add, 2, ran);
+        row("end of a run: allow", InCommandFinished, allow, 2, ran);
+        row("end of a run: restart", InCommandFinished, restart, 2, ran);
+        row("user action: add", AtUserAction, add, 2, ran);
+        row("user action: allow", AtUserAction, allow, 2, ran);
+        row("user action: restart", AtUserAction, restart, 2, ran);
 
-    void wakeUpOfAnotherThreadCountsWhenTheCreatorsLoopDeliversIt_data()
-    {
-        QTest::addColumn<bool>("isAdd");
-        QTest::newRow("add") << true;
-        QTest::newRow("finishCommandAllowed") << false;
+        const Operation addThenPause = [](Fixture &f) {
+            add(f);
+            f.queue.pause();
+        };
+        const Operation pauseTwice = [](Fixture &f) {
+            f.queue.pause();
+            add(f);
+            f.queue.pause();
+        };
+        const Operation requireUserAction = [](Fixture &f) {
+            f.b.data.setStatus(CommandData::REQUIRE_USER_ACTION);
+            add(f);
+        };
+        row("during a run: add, pause", InExecute, addThenPause, 1, waited);
+        row("during a run: pause, add, pause", InExecute, pauseTwice, 1, waited);
+        row("during a run: user action, add", InExecute, requireUserAction, 1, waited);
+        row("paused run: add", InExecute, paused<add>, 2, ran);
+        row("paused run: allow", InExecute, paused<allow>, 1, waited);
+        row("paused run: restart", InExecute, paused<restart>, 2, ran);
+        row("paused run: restart, pause, restart", InExecute, restartTwice, 2, ran);
     }
-    void wakeUpOfAnotherThreadCountsWhenTheCreatorsLoopDeliversIt()
+    void wakeUps()
     {
-        QFETCH(const bool, isAdd);
-        Tracked first(u"A"_s);
-        std::deque<Tracked> items;
-        Worker worker;
-        first.command->startable = false;
-        worker.queue.addCommand(first.command);
-        worker.start();
-        QVERIFY(waitFor([&] { return first.command->looks == 2; })); // no wake-up is pending
-        first.command->startable = true;
-        for (int round = 0; round < 50; ++round) {
-            Tracked &item = items.emplace_back(u"B"_s);
-            onAnotherThread([&] {
-                if (isAdd) {
-                    worker.queue.addCommand(item.command);
-                } else {
-                    Q_EMIT worker.queue.finishCommandAllowed(true);
-                }
-            });
+        QFETCH(const State, state);
+        QFETCH(const Operation, operation);
+        QFETCH(const int, runs);
+        for (int round = 0; round < 20; ++round) {
+            Fixture f(state);
+            QVERIFY(f.isReady);
+            operation(f);
+            f.gate.release();
+            QVERIFY2(waitFor([&] { return f.runs >= runs; }), qPrintable(u"round %1"_s.arg(round)));
+            std::this_thread::sleep_for(std::chrono::milliseconds(1)); // for a run too many
+            QVERIFY(f.worker.end());
+            QCOMPARE(f.runs, runs);
+            QTEST(f.b.data.getStatus(), "endOfB");
         }
-        QCOMPARE(first.command->looks, 2);
-        QTRY_COMPARE_WITH_TIMEOUT(first.data.getStatus(), CommandData::FINISHED, timeout);
-    }
-
-    void restartOfAnotherThreadCountsAtOnce()
-    {
-        Tracked item(u"A"_s);
-        Worker worker;
-        worker.start();
-        onAnotherThread([&] {
-            worker.queue.addCommand(item.command);
-            worker.restart();
-        });
-        QVERIFY(item.waitFor(CommandData::FINISHED));
-    }
-
-    /** The direct slot of commandFinished is the last that the worker does before it sleeps. */
-    void wakeUpAtTheEndOfARunCounts_data() { wakeUps(); }
-    void wakeUpAtTheEndOfARunCounts()
-    {
-        QFETCH(const WakeUp, wakeUp);
-        Tracked first(u"A"_s);
-        Tracked second(u"B"_s);
-        Tracked third(u"C"_s);
-        Gate gate;
-        Worker worker;
-        directly(worker.queue, &CommandQueue::commandFinished, [&](CommandData *data) {
-            if (data == &first.data) {
-                gate.arrive();
-            }
-        });
-        second.command->startable = false;
-        worker.queue.addCommand(first.command);
-        worker.queue.addCommand(second.command);
-        worker.start();
-        QVERIFY(gate.waitForArrival());
-        second.command->startable = true;
-        wakeUp(worker, third);
-        gate.release();
-        QVERIFY(second.waitFor(CommandData::FINISHED));
     }
 
     /** The last look of the run sees the command that can start now, or the signal wakes the worker. */
     void finishCommandAllowedAtTheEndOfARunCounts()
     {
-        std::deque<Tracked> items;
+        std::deque<Item> items;
         Worker worker;
         worker.start();
         for (int round = 0, end = rounds(1000); round < end; ++round) {
-            Tracked &first = items.emplace_back(u"A"_s);
-            Tracked &second = items.emplace_back(u"B"_s);
+            Item &first = items.emplace_back(u"A"_s);
+            Item &second = items.emplace_back(u"B"_s);
             second.command->startable = false;
             worker.queue.addCommand(second.command);
             worker.queue.addCommand(first.command);
-            QVERIFY(first.waitFor(CommandData::FINISHED));
+            QVERIFY(waitForEnd(first));
             second.command->startable = true;
             Q_EMIT worker.queue.finishCommandAllowed(true);
-            QVERIFY2(second.waitFor(CommandData::FINISHED), qPrintable(u"round %1"_s.arg(round)));
+            QVERIFY2(waitForEnd(second), qPrintable(u"round %1"_s.arg(round)));
         }
     }
 
-    void finishCommandAllowedIsIgnoredIfFalseOrDuringARun()
+    void finishCommandAllowedIsIgnoredDuringARun()
     {
-        for (int round = 0, end = rounds(50); round < end; ++round) {
-            Gate gate;
-            Tracked first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-            Tracked second(u"B"_s);
-            second.command->startable = false;
-            std::atomic<int> runs = 0;
-            Worker worker;
-            directly(worker.queue, &CommandQueue::commandFinished, [&] { ++runs; });
-            worker.queue.addCommand(second.command);
-            worker.start();
-            QVERIFY(waitFor([&] { return second.command->looks == 2; })); // no wake-up is pending
-            Q_EMIT worker.queue.finishCommandAllowed(false);
-            std::this_thread::yield();
-            worker.queue.addCommand(first.command);
-            QVERIFY(gate.waitForArrival());
-            Q_EMIT worker.queue.finishCommandAllowed(true);
-            gate.release();
-            QVERIFY(waitFor([&] { return runs == 1; }));
-            QVERIFY(worker.end());
-            QCOMPARE(second.command->looks, 6); // four in the run
+        for (int round = 0; round < 20; ++round) {
+            Fixture f(InExecute);
+            QVERIFY(f.isReady);
+            f.b.command->startable = false;
+            const int looks = f.b.command->looks;
+            allow(f);
+            f.gate.release();
+            QVERIFY(waitFor([&] { return f.runs == 1; }));
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            QVERIFY(f.worker.end());
+            QCOMPARE(f.b.command->looks, looks + 1); // at the end of the run
         }
-    }
-
-    /** Wake-ups that came before a pause must not lead to another run, which would end it. */
-    void pauseVoidsEarlierWakeUps_data()
-    {
-        QTest::addColumn<bool>("isPausedBefore");
-        QTest::addColumn<bool>("userAction");
-        QTest::newRow("pause") << false << false;
-        QTest::newRow("pause of a paused queue") << true << false;
-        QTest::newRow("user action") << false << true;
-    }
-    void pauseVoidsEarlierWakeUps()
-    {
-        QFETCH(const bool, isPausedBefore);
-        QFETCH(const bool, userAction);
-        for (int round = 0, end = rounds(100); round < end; ++round) {
-            Gate gate;
-            Tracked first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-            Tracked second(u"B"_s);
-            std::atomic<int> runs = 0;
-            std::atomic<int> announced = 0;
-            Worker worker;
-            directly(worker.queue, &CommandQueue::commandFinished, [&] { ++runs; });
-            directly(worker.queue, &CommandQueue::awaitingUserAction, [&] { ++announced; });
-            worker.queue.addCommand(first.command);
-            worker.start();
-            QVERIFY(gate.waitForArrival());
-            if (userAction) {
-                second.data.setStatus(CommandData::REQUIRE_USER_ACTION);
-            }
-            if (isPausedBefore) {
-                worker.queue.pause();
-            }
-            worker.queue.addCommand(second.command); // a wake-up that stays pending
-            if (!userAction) {
-                worker.queue.pause();
-            }
-            gate.release();
-            QVERIFY(waitFor([&] { return runs == 1; }));
-            QVERIFY(worker.queue.isPaused());
-            QVERIFY(worker.end());
-            QCOMPARE(runs, 1);
-            QCOMPARE(announced, userAction ? 1 : 0);
-            QCOMPARE(second.data.getStatus(), CommandData::CANCELLED);
-        }
-    }
-
-    void wakeUpInAPausedRun_data()
-    {
-        QTest::addColumn<WakeUp>("wakeUp");
-        QTest::addColumn<bool>("counts");
-        QTest::newRow("add") << add << true;
-        QTest::newRow("finishCommandAllowed") << allow << false;
-        QTest::newRow("restart") << restart << true;
-        QTest::newRow("restart between two pauses, restart") << WakeUp([](Worker &worker, const Tracked &) {
-            worker.restart();
-            worker.queue.pause();
-            worker.restart();
-        }) << true;
-    }
-    void wakeUpInAPausedRun()
-    {
-        QFETCH(const WakeUp, wakeUp);
-        QFETCH(const bool, counts);
-        Gate gate;
-        Tracked first(u"A"_s, [&](TestCommand &) { gate.arrive(); });
-        Tracked second(u"B"_s);
-        Tracked third(u"C"_s);
-        QSemaphore ends;
-        Worker worker;
-        directly(worker.queue, &CommandQueue::commandFinished, [&] { ends.release(); });
-        worker.queue.addCommand(first.command);
-        worker.start();
-        QVERIFY(gate.waitForArrival());
-        worker.queue.addCommand(second.command);
-        worker.queue.pause();
-        wakeUp(worker, third);
-        gate.release();
-        QVERIFY(ends.tryAcquire(counts ? 2 : 1, timeout));
-        QVERIFY(worker.end());
-        QCOMPARE(second.data.getStatus(), counts ? CommandData::FINISHED : CommandData::CANCELLED);
-    }
-
-    void pausedQueueGoesOn_data() { wakeUps(); }
-    void pausedQueueGoesOn()
-    {
-        QFETCH(const WakeUp, wakeUp);
-        Tracked first(u"A"_s);
-        Tracked second(u"B"_s);
-        Worker worker;
-        first.data.setStatus(CommandData::REQUIRE_USER_ACTION);
-        worker.queue.addCommand(first.command);
-        worker.start();
-        QVERIFY(waitFor([&] { return worker.queue.isPaused() && !worker.queue.isProcessing(); }));
-        first.data.setStatus(CommandData::QUEUEING);
-        wakeUp(worker, second);
-        QVERIFY(first.waitFor(CommandData::FINISHED));
     }
 
     void restartDoesNotWaitForTheQueue()
     {
-        Tracked item(u"A"_s);
+        Item item(u"A"_s);
         Worker worker;
         directly(worker.queue, &CommandQueue::commandRemoved, [&] { onAnotherThread([&] { worker.restart(); }); });
         worker.queue.addCommand(item.command);
         worker.queue.cancelCommand(item.command);
     }
 
-    /** When stop() is called, of a worker with the commands A and B. */
     void stopInEachState_data()
     {
         QTest::addColumn<State>("state");
+        QTest::addColumn<Operation>("stop");
         QTest::addColumn<QString>("callsOfA");
         QTest::addColumn<QString>("endOfA");
-        QTest::newRow("before start()") << BeforeStart << "cancel" << cancelledOnce;
-        QTest::newRow("asleep") << Asleep << "cancel" << cancelledOnce;
-        QTest::newRow("in commandStarted") << InCommandStarted << "cancel" << cancelledOnce;
-        QTest::newRow("in A's handleExecute()") << InExecute << "execute, pause, cancel, isFinished" << finishedOnce;
-        QTest::newRow("in A's handleExecute(), by two threads")
-            << InExecuteTwice << "execute, pause, cancel, pause, cancel, isFinished" << finishedOnce;
-        QTest::newRow("by A's handleExecute()") << ByExecute << "execute, pause, cancel, isFinished" << finishedOnce;
-        QTest::newRow("in commandFinished") << InCommandFinished << "execute, isFinished" << finishedOnce;
+        const Operation once = [](Fixture &f) { f.worker.stop(); };
+        const Operation twice = [](Fixture &f) {
+            std::thread other([&] { f.worker.stop(); });
+            f.worker.stop();
+            other.join();
+        };
+        const Operation byExecute = [](Fixture &f) {
+            f.a.command->work = [&](TestCommand &) { f.worker.stop(); };
+            f.b.command->startable = false;
+            f.worker.start();
+        };
+        const QString paused = u"execute, pause, cancel, isFinished"_s;
+        const QString pausedTwice = u"execute, pause, cancel, pause, cancel, isFinished"_s;
+        QTest::newRow("before start()") << BeforeStart << once << "cancel" << cancelledOnce;
+        QTest::newRow("asleep") << Asleep << once << "cancel" << cancelledOnce;
+        QTest::newRow("in commandStarted") << InCommandStarted << once << "cancel" << cancelledOnce;
+        QTest::newRow("in handleExecute()") << InExecute << once << paused << finishedOnce;
+        QTest::newRow("in handleExecute(), by two threads") << InExecute << twice << pausedTwice << finishedOnce;
+        QTest::newRow("by handleExecute()") << BeforeStart << byExecute << paused << finishedOnce;
+        QTest::newRow("in commandFinished") << InCommandFinished << once << "execute, isFinished" << finishedOnce;
     }
     void stopInEachState()
     {
         QFETCH(const State, state);
-        Gate gate;
-        std::deque<Tracked> items;
-        Worker worker;
-        items.emplace_back(u"A"_s, [&](TestCommand &) {
-            if (state == InExecute || state == InExecuteTwice) {
-                gate.arrive();
-            } else if (state == ByExecute) {
-                worker.stop();
-            }
-        });
-        items.emplace_back(u"B"_s);
-        if (state == InCommandStarted) {
-            directly(worker.queue, &CommandQueue::commandStarted, [&] { gate.arrive(); });
-        } else if (state == InCommandFinished) {
-            directly(worker.queue, &CommandQueue::commandFinished, [&] { gate.arrive(); });
-        }
-        items[0].command->startable = state != Asleep;
-        items[1].command->startable = state != Asleep && state != InCommandFinished;
-        countEnds(worker.queue, items);
-        for (const Tracked &item : items) {
-            worker.queue.addCommand(item.command);
-        }
-        if (state != BeforeStart) {
-            worker.start();
-            QVERIFY(state == Asleep ? waitFor([&] { return items[0].command->looks == 2; })
-                                    : state == ByExecute || gate.waitForArrival());
-        }
-        if (state == InExecuteTwice) {
-            std::thread other([&] { worker.stop(); });
-            worker.stop();
-            other.join();
-        } else if (state != ByExecute) {
-            worker.stop();
-        }
-        QVERIFY(items[1].waitFor(CommandData::CANCELLED)); // before A returns
-        worker.restart(); // does not undo stop()
-        gate.release();
-        QVERIFY(worker.wait(timeout));
-        QTEST(items[0].command->calls.text(), "callsOfA");
-        QTEST(items[0].end(), "endOfA");
-        QCOMPARE(items[1].end(), cancelledOnce);
-        QCOMPARE(worker.queue.isPaused(), true);
-        worker.start();
-        QVERIFY(worker.wait(timeout));
+        QFETCH(const Operation, stop);
+        Fixture f(state);
+        QVERIFY(f.isReady);
+        stop(f);
+        QVERIFY(waitFor([&] { return f.b.data.getStatus() == CommandData::CANCELLED; })); // before A returns
+        f.worker.restart(); // does not undo stop()
+        f.gate.release();
+        QVERIFY(f.worker.wait(timeout));
+        QTEST(f.a.command->calls.text(), "callsOfA");
+        QTEST(endOf(f.a), "endOfA");
+        QCOMPARE(endOf(f.b), cancelledOnce);
+        QCOMPARE(f.queue.isPaused(), true);
+        f.worker.start();
+        QVERIFY(f.worker.wait(timeout));
     }
 
     /** A slot cancels C and adds another command while A is removed. */
     void stopCancelsOnceWhatIsListed()
     {
         QStringList removed;
-        std::deque<Tracked> items;
+        std::deque<Item> items;
         Worker worker;
         for (const QString &reference : {u"A"_s, u"B"_s, u"C"_s}) {
             worker.queue.addCommand(items.emplace_back(reference).command);
         }
-        Tracked &late = items.emplace_back(u"late"_s);
-        countEnds(worker.queue, items);
+        Item &late = items.emplace_back(u"late"_s);
+        TestData::countRemovals(worker.queue);
         directly(worker.queue, &CommandQueue::commandRemoved, [&](CommandData *data) {
             removed.append(data->getReference());
             if (data == &items.front().data) {
@@ -470,14 +386,14 @@ private Q_SLOTS:
         QCOMPARE(removed.join(u", "), u"A, C, B"_s);
         QCOMPARE(late.data.getStatus(), CommandData::QUEUEING);
         worker.stop();
-        for (const Tracked &item : items) {
-            QCOMPARE(item.end(), cancelledOnce);
+        for (const Item &item : items) {
+            QCOMPARE(endOf(item), cancelledOnce);
         }
     }
 
     void startAfterStopProcessesOnce()
     {
-        Tracked item(u"A"_s);
+        Item item(u"A"_s);
         Worker worker;
         QVERIFY(worker.end());
         worker.queue.addCommand(item.command);
@@ -488,7 +404,7 @@ private Q_SLOTS:
 
     void destructorCancelsNothing()
     {
-        Tracked item(u"A"_s);
+        Item item(u"A"_s);
         auto worker = std::make_unique<CommandQueueThread>();
         worker->getCommandQueue().addCommand(item.command);
         worker.reset();
@@ -499,53 +415,49 @@ private Q_SLOTS:
     void stopMeetsTheEndOfACommand()
     {
         Gate gate;
-        std::deque<Tracked> items;
+        std::deque<Item> items;
         for (int index = 0; index < 300; ++index) {
             items.emplace_back(QString::number(index)).command->startable = false;
         }
-        Tracked &last = items.emplace_back(u"last"_s, [&](TestCommand &) { gate.arrive(); });
-        items.front().command->cancelHook = [&] {
+        Item &last = items.emplace_back(u"last"_s, [&](TestCommand &) { gate.arrive(); });
+        items.front().command->callHook = [&](const QString &) {
             gate.release();
-            QVERIFY(last.waitFor(CommandData::FINISHED)); // set without the mutex, which is held here
+            QVERIFY(waitForEnd(last)); // set without the mutex, which is held here
         };
         Worker worker;
-        countEnds(worker.queue, items);
-        for (const Tracked &item : items) {
+        TestData::countRemovals(worker.queue);
+        for (const Item &item : items) {
             worker.queue.addCommand(item.command);
         }
         worker.start();
         QVERIFY(gate.waitForArrival());
         QVERIFY(worker.end());
-        QCOMPARE(last.end(), finishedOnce);
+        QCOMPARE(endOf(last), finishedOnce);
     }
 
     void workerDoesNotEndBeforeStopHasCancelled()
     {
-        Tracked item(u"A"_s);
-        item.command->startable = false;
-        Worker worker;
+        Fixture f(Asleep);
+        QVERIFY(f.isReady);
         bool ended = true;
-        item.command->cancelHook = [&] {
-            worker.restart();
-            ended = worker.wait(50);
+        f.a.command->callHook = [&](const QString &) {
+            f.worker.restart();
+            ended = f.worker.wait(50);
         };
-        worker.queue.addCommand(item.command);
-        worker.start();
-        QVERIFY(waitFor([&] { return item.command->looks == 2; }));
-        worker.stop();
+        f.worker.stop();
         QVERIFY(!ended);
     }
 
     void nothingRunsAfterStop()
     {
         for (int round = 0, end = rounds(300); round < end; ++round) {
-            Tracked early(u"early"_s);
-            Tracked late(u"late"_s);
+            Item early(u"early"_s);
+            Item late(u"late"_s);
             Worker worker;
             worker.start();
             worker.queue.addCommand(early.command);
             if (round % 2) {
-                QVERIFY(early.waitFor(CommandData::FINISHED));
+                QVERIFY(waitForEnd(early));
             }
             worker.stop();
             worker.queue.addCommand(late.command);
@@ -557,67 +469,16 @@ private Q_SLOTS:
 
     void tortureAddAndWait()
     {
-        std::deque<Tracked> items;
+        std::deque<Item> items;
         QSemaphore destroyed;
         Worker worker;
         worker.start();
         for (int round = 0, end = rounds(5000); round < end; ++round) {
-            Tracked &item = items.emplace_back(u"A"_s);
+            Item &item = items.emplace_back(u"A"_s);
             item.command->destroyed = [&] { destroyed.release(); };
             worker.queue.addCommand(std::exchange(item.command, nullptr));
             QVERIFY2(destroyed.tryAcquire(1, timeout), qPrintable(u"round %1"_s.arg(round)));
         }
-    }
-
-    void tortureFromFourThreads()
-    {
-        constexpr unsigned perThread = 100;
-        for (int round = 0, end = rounds(25); round < end; ++round) {
-            std::deque<Tracked> items;
-            for (unsigned index = 0; index < 4 * perThread; ++index) {
-                items.emplace_back(QString::number(index));
-            }
-            Worker worker;
-            countEnds(worker.queue, items);
-            worker.start();
-            std::vector<std::thread> clients;
-            for (unsigned client = 0; client < 4; ++client) {
-                clients.emplace_back([&, client] {
-                    std::minstd_rand random(unsigned(round) * 4 + client + 1);
-                    for (unsigned index = client * perThread; index < (client + 1) * perThread; ++index) {
-                        items[index].command->finished = random() % 8 != 0;
-                        worker.queue.addCommand(items[index].command);
-                        switch (random() % 4) {
-                        case 0:
-                            worker.queue.cancelCommandByReference(QString::number(random() % (4 * perThread)));
-                            break;
-                        case 1:
-                            worker.queue.pause();
-                            break;
-                        default:
-                            worker.restart();
-                        }
-                    }
-                });
-            }
-            for (std::thread &client : clients) {
-                client.join();
-            }
-            QVERIFY(worker.end());
-            QVERIFY(worker.queue.getCommands().isEmpty());
-            for (const Tracked &item : items) {
-                QCOMPARE(item.end(), item.data.getStatus() == CommandData::FINISHED ? finishedOnce : cancelledOnce);
-            }
-        }
-    }
-
-private:
-    static void wakeUps()
-    {
-        QTest::addColumn<WakeUp>("wakeUp");
-        QTest::newRow("add") << add;
-        QTest::newRow("finishCommandAllowed") << allow;
-        QTest::newRow("restart") << restart;
     }
 };
 

@@ -20,6 +20,15 @@ public:
         : CommandData(reference, true)
         , description(description)
     {
+        const auto count = [this] { ends += getStatus() == FINISHED || getStatus() == CANCELLED; };
+        connect(this, &CommandData::statusChanged, this, count, Qt::DirectConnection);
+    }
+
+    /** Counts the removals of records, which are all of this class, from @p queue. */
+    static void countRemovals(const CommandQueue &queue)
+    {
+        const auto count = [](CommandData *data) { ++static_cast<TestData *>(data)->removals; };
+        connect(&queue, &CommandQueue::commandRemoved, &queue, count, Qt::DirectConnection);
     }
 
     QString getDescription() const override
@@ -29,6 +38,9 @@ public:
     }
     QString getTitle() const override { return getReference(); }
     QString getTypeName() const override { return QStringLiteral("test"); }
+
+    std::atomic<int> ends = 0; // how often it came to FINISHED or CANCELLED
+    std::atomic<int> removals = 0;
 
 private:
     const QString description;
@@ -90,7 +102,6 @@ public:
     mutable std::atomic<int> looks = 0;
     std::function<void(TestCommand &)> work;
     std::function<void()> destroyed;
-    std::function<void()> cancelHook;
     std::function<void()> lookHook;
     std::function<void(const QString &call)> callHook;
     Log calls; // of isFinished() and the hooks, in order
@@ -103,13 +114,7 @@ protected:
             work(*this);
         }
     }
-    void handleCancel() override
-    {
-        note(QStringLiteral("cancel"));
-        if (cancelHook) {
-            cancelHook();
-        }
-    }
+    void handleCancel() override { note(QStringLiteral("cancel")); }
     void handlePause() override { note(QStringLiteral("pause")); }
     void handleResume() override { note(QStringLiteral("resume")); }
     void handleError() override { note(QStringLiteral("error")); }
