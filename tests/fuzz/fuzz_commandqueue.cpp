@@ -3,7 +3,7 @@
 #include "../support/TestCommand.h"
 #include "Fuzz.h"
 
-#include <deque>
+#include <QMessageLogger>
 
 // A queue and a model of its rules, on one thread and driven by the same bytes: operations of a client, and more of
 // them within slots and hooks. Both have to show the same events and, at each event, the same state.
@@ -11,75 +11,26 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+using CommandPointer = QSharedPointer<Command>;
 /** Receives the events of a queue with the record of their command. */
-using Listener = std::function<void(const QString &event, const void *data)>;
-
-/** A command and its record. */
-struct ModelCommand
-{
-    ModelCommand *getCommandData() { return this; }
-    QString getReference() const { return reference; }
-    CommandData::Status getStatus() const { return status; }
-    int getErrorCode() const { return errorCode; }
-    bool isPaused() const { return paused; }
-    bool isCancelled() const { return cancelled; }
-    void execute() { set(paused, false, u"execute"_s); }
-    void cancel() { set(cancelled, true, u"cancel"_s); }
-    void pause() { set(paused, true, u"pause"_s); }
-    void resume() { set(paused, false, u"resume"_s); }
-    void setStatus(CommandData::Status newStatus)
-    {
-        if (status != newStatus) {
-            set(status, newStatus, u"status"_s);
-        }
-    }
-    void setError(int code)
-    {
-        setStatus(CommandData::ERR);
-        set(errorCode, code, u"error"_s);
-    }
-    bool isFinished()
-    {
-        happen(u"isFinished"_s);
-        return finished;
-    }
-    void happen(const QString &event) { listener(event, this); }
-    template <typename T>
-    void set(T &field, T value, const QString &event)
-    {
-        field = value;
-        happen(event);
-    }
-
-    QString reference;
-    Listener listener;
-    bool startable = true;
-    bool finished = true;
-    CommandData::Status status = CommandData::OTHER;
-    int errorCode = 0;
-    bool paused = false;
-    bool cancelled = false;
-};
+using Listener = std::function<void(const QString &event, const CommandData *data)>;
 
 /** The rules in plain words. */
 class Model
 {
 public:
-    using CommandPointer = QSharedPointer<ModelCommand>;
-
     explicit Model(const Listener &listener)
         : listener(listener)
     {
     }
-    CommandPointer make(const QString &reference) { return CommandPointer::create(ModelCommand{reference, listener}); }
 
     void addCommand(const CommandPointer &command)
     {
-        if (command->getStatus() != CommandData::REQUIRE_USER_ACTION) {
-            command->setStatus(CommandData::QUEUEING);
+        if (command->getCommandData()->getStatus() != CommandData::REQUIRE_USER_ACTION) {
+            command->getCommandData()->setStatus(CommandData::QUEUEING);
         }
         commands.append(command);
-        command->happen(u"added"_s);
+        listener(u"added"_s, command->getCommandData());
     }
     void cancelCommand(const CommandPointer &command)
     {
@@ -91,7 +42,7 @@ public:
     void cancelCommandByReference(const QString &reference)
     {
         for (const CommandPointer &command : QList(commands)) {
-            if (command->getReference() == reference) {
+            if (command->getCommandData()->getReference() == reference) {
                 return cancelCommand(command);
             }
         }
@@ -99,7 +50,7 @@ public:
     void removeCommand(const CommandPointer &command)
     {
         commands.removeOne(command);
-        command->happen(u"removed"_s);
+        listener(u"removed"_s, command->getCommandData());
     }
     void pause()
     {
@@ -116,12 +67,12 @@ public:
         }
         paused = false;
         processing = true;
-        first->happen(u"run begins"_s);
+        listener(u"run begins"_s, first->getCommandData());
         while (getNextCommandThatCanBeStarted() && !paused) {
             startNextCommand();
         }
         processing = false;
-        first->happen(u"run ends"_s);
+        listener(u"run ends"_s, first->getCommandData());
     }
     void startNextCommand()
     {
@@ -130,10 +81,10 @@ public:
         }
         current = getNextCommandThatCanBeStarted();
         if (!current) {
-            warnings.append(u"1 default there are no commands left to process"_s);
-        } else if (current->getStatus() == CommandData::REQUIRE_USER_ACTION) {
+            QMessageLogger(nullptr, 0, nullptr).warning("there are no commands left to process");
+        } else if (current->getCommandData()->getStatus() == CommandData::REQUIRE_USER_ACTION) {
             paused = true;
-            current->happen(u"awaiting"_s);
+            listener(u"awaiting"_s, current->getCommandData());
             processing = false;
         } else {
             run(current);
@@ -143,14 +94,14 @@ public:
 
     CommandPointer getNextCommandThatCanBeStarted() const
     {
-        const auto found =
-            std::find_if(commands.begin(), commands.end(), [](const auto &command) { return command->startable; });
+        const auto canBeStarted = [](const CommandPointer &command) { return command->canBeStarted(); };
+        const auto found = std::find_if(commands.begin(), commands.end(), canBeStarted);
         return found == commands.end() ? nullptr : *found;
     }
-    bool hasCommand(ModelCommand *wanted) const
+    bool hasCommand(Command *wanted) const
     {
-        return std::any_of(commands.begin(), commands.end(), [wanted](const auto &command) {
-            return command->getReference() == wanted->getReference();
+        return std::any_of(commands.begin(), commands.end(), [wanted](const CommandPointer &command) {
+            return command->getCommandData()->getReference() == wanted->getCommandData()->getReference();
         });
     }
     QList<CommandPointer> getCommands() const { return commands; }
@@ -158,21 +109,20 @@ public:
     bool isProcessing() const { return processing; }
     bool isActive() const { return !paused && !commands.isEmpty(); }
 
-    QStringList warnings;
-
 private:
     void run(const CommandPointer &command)
     {
-        command->setStatus(CommandData::PROCESSING);
+        CommandData *const data = command->getCommandData();
+        data->setStatus(CommandData::PROCESSING);
         command->execute();
-        if (command->isFinished() && command->getStatus() != CommandData::ERR) {
+        if (command->isFinished() && data->getStatus() != CommandData::ERR) {
             return end(command, CommandData::FINISHED);
         }
-        if (command->getStatus() == CommandData::ERR && !command->isCancelled()) {
+        if (data->getStatus() == CommandData::ERR && !command->isCancelled()) {
             return removeCommand(command);
         }
         if (!command->isCancelled()) {
-            command->setStatus(CommandData::QUEUEING);
+            data->setStatus(CommandData::QUEUEING);
         }
         if (command->isCancelled()) { // by now
             end(command, CommandData::CANCELLED);
@@ -180,7 +130,7 @@ private:
     }
     void end(const CommandPointer &command, CommandData::Status status)
     {
-        command->setStatus(status);
+        command->getCommandData()->setStatus(status);
         removeCommand(command);
     }
 
@@ -194,36 +144,19 @@ private:
 class Library : public TestQueue
 {
 public:
-    using CommandPointer = QSharedPointer<TestCommand>;
-
     explicit Library(const Listener &listener)
-        : listener(listener)
     {
-        follow(this, &CommandQueue::commandRemoved, u"removed"_s);
-        follow(this, &CommandQueue::awaitingUserAction, u"awaiting"_s);
-        follow(this, &CommandQueue::commandStarted, u"run begins"_s);
-        follow(this, &CommandQueue::commandFinished, u"run ends"_s);
-        connect(this, &CommandQueue::commandAdded, [listener](const QSharedPointer<Command> &command) {
+        const auto follow = [&](const QString &event, void (CommandQueue::*signal)(CommandData *)) {
+            connect(this, signal, [=](CommandData *data) { listener(event, data); });
+        };
+        follow(u"removed"_s, &CommandQueue::commandRemoved);
+        follow(u"awaiting"_s, &CommandQueue::awaitingUserAction);
+        follow(u"run begins"_s, &CommandQueue::commandStarted);
+        follow(u"run ends"_s, &CommandQueue::commandFinished);
+        connect(this, &CommandQueue::commandAdded, [=](const CommandPointer &command) {
             listener(u"added"_s, command->getCommandData());
         });
     }
-    CommandPointer make(const QString &reference)
-    {
-        Item &item = items.emplace_back(reference);
-        follow(&item.data, &CommandData::statusChanged, u"status"_s);
-        item.command->callHook = [this, &item](const QString &call) { listener(call, &item.data); };
-        return item.command;
-    }
-
-private:
-    template <typename Sender, typename Signal>
-    void follow(const Sender *sender, Signal signal, const QString &event)
-    {
-        connect(sender, signal, [this, event](CommandData *data) { listener(event, data); });
-    }
-
-    const Listener listener;
-    std::deque<Item> items;
 };
 
 /** A queue, its commands, and the operations that the bytes of an input choose. */
@@ -233,59 +166,56 @@ class World
 public:
     explicit World(const Input &input)
         : input(input)
-        , queue([this](const QString &event, const void *data) { happen(event, data); })
-        , commands({queue.make(u"A"_s), queue.make(u"a"_s), queue.make(u"A"_s)})
+        , queue([this](const QString &event, const CommandData *data) { happen(event, data); })
     {
+        for (Item &item : items) {
+            const auto listen = [this, &item](const QString &event) { happen(event, &item.data); };
+            item.command->callHook = listen;
+            QObject::connect(&item.data, &CommandData::statusChanged, [listen] { listen(u"status"_s); });
+        }
     }
 
-    /** Does what the next bytes say; drives the queue only from outside. */
-    void operate()
+    /** Does what the next bytes say; returns the events, each with the state that it finds, and the warnings. */
+    QStringList step()
     {
-        const auto &[name, operation] = operations[input.below(depth == 0 ? 14 : 11)];
-        const Pointer command = input.oneOf(commands);
-        const int number = input.below(9);
-        note(QString::fromLatin1(name), command);
-        operation(queue, command, number);
+        const LogRecorder recorder;
+        operate();
+        return std::exchange(events, {}) + LogRecorder::getLines();
     }
 
     Input input;
-    QStringList events; // each with the state that it finds
-    Queue queue;
 
 private:
-    using Pointer = typename Queue::CommandPointer;
-    using Operation = void (*)(Queue &queue, const Pointer &command, int number);
-
-    static constexpr std::pair<const char *, Operation> operations[] = {{"nothing", [](auto &, auto &, int) {}},
-        {"addCommand", [](auto &called, auto &command, int) { called.addCommand(command); }},
-        {"cancelCommand", [](auto &called, auto &command, int) { called.cancelCommand(command); }},
-        {"cancelCommandByReference",
-            [](auto &called, auto &command, int) {
-                called.cancelCommandByReference(command->getCommandData()->getReference());
-            }},
-        {"removeCommand", [](auto &called, auto &command, int) { called.removeCommand(command); }},
-        {"pause", [](auto &called, auto &, int) { called.pause(); }},
-        {"resume", [](auto &, auto &command, int) { command->resume(); }},
-        {"setError", [](auto &, auto &command, int number) { command->setError(number - 1); }},
-        {"setStatus",
-            [](auto &, auto &command, int number) {
-                command->getCommandData()->setStatus(static_cast<CommandData::Status>(number));
-            }},
-        {"setStatus REQUIRE_USER_ACTION",
-            [](auto &, auto &command, int) { command->getCommandData()->setStatus(CommandData::REQUIRE_USER_ACTION); }},
-        {"startable or not", [](auto &, auto &command, int) { command->startable = !command->startable; }},
-        {"startNextCommand", [](auto &called, auto &, int) { called.startNextCommand(); }},
-        {"process", [](auto &called, auto &, int) { called.process(); }},
-        {"process", [](auto &called, auto &, int) { called.process(); }}};
-
-    void happen(const QString &event, const void *data)
+    void operate()
     {
-        const Pointer command = *std::find_if(commands.begin(), commands.end(), [data](const Pointer &candidate) {
-            return candidate->getCommandData() == data;
-        });
-        note(u"-> "_s + event, command);
+        const int operation = input.below(depth == 0 ? 14 : 11); // only from outside may it drive the queue
+        Item &item = items[input.below(3)];
+        const int number = input.below(9);
+        note(u"operation %1"_s.arg(operation), &item.data);
+        const std::function<void()> operations[] = {
+            [] {},
+            [&] { queue.addCommand(item.command); },
+            [&] { queue.cancelCommand(item.command); },
+            [&] { queue.cancelCommandByReference(item.data.getReference()); },
+            [&] { queue.removeCommand(item.command); },
+            [&] { queue.pause(); },
+            [&] { item.command->resume(); },
+            [&] { item.command->setError(number - 1); },
+            [&] { item.data.setStatus(CommandData::Status(number)); },
+            [&] { item.data.setStatus(CommandData::REQUIRE_USER_ACTION); },
+            [&] { item.command->startable = !item.command->startable; },
+            [&] { queue.startNextCommand(); },
+            [&] { queue.process(); },
+            [&] { queue.process(); },
+        };
+        operations[operation]();
+    }
+
+    void happen(const QString &event, const CommandData *data)
+    {
+        note(u"-> "_s + event, data);
         if (event == u"execute") {
-            command->finished = !input.oneIn(3);
+            items[indexOf(data)].command->finished = !input.oneIn(3);
         }
         if (++depth < 8) {
             operate();
@@ -294,60 +224,51 @@ private:
     }
 
     /** Notes an event with what can be seen of the queue and the commands. */
-    void note(const QString &event, const Pointer &command)
+    void note(const QString &event, const CommandData *data)
     {
-        const auto nameOf = [this](const auto &named) { return named ? u"ABC"_s.at(commands.indexOf(named)) : u'-'; };
-        QString text = QString(4 * depth, u' ') + event + u' ' + nameOf(command) + u':';
-        const auto add = [&text](bool holds, const char *word) { text += holds ? QLatin1StringView(word) : ""_L1; };
-        add(queue.isPaused(), " paused");
-        add(queue.isProcessing(), " processing");
-        add(queue.isActive(), " active");
-        text += u", next "_s + nameOf(queue.getNextCommandThatCanBeStarted()) + u", listed "_s;
-        for (const auto &listed : queue.getCommands()) {
-            text += nameOf(listed);
+        const CommandPointer next = queue.getNextCommandThatCanBeStarted();
+        QString text = QString(4 * depth, u' ') + event
+            + u" of %1: next %2, listed "_s.arg(indexOf(data)).arg(next ? indexOf(next->getCommandData()) : -1);
+        for (const CommandPointer &listed : queue.getCommands()) {
+            text += QString::number(indexOf(listed->getCommandData()));
         }
-        for (const Pointer &shown : commands) {
-            text += u", "_s + nameOf(shown) + u" status "_s + QString::number(shown->getCommandData()->getStatus())
-                + u" code "_s + QString::number(shown->getCommandData()->getErrorCode());
-            add(queue.hasCommand(shown.data()), " found");
-            add(shown->isCancelled(), " cancelled");
-            add(shown->isPaused(), " paused");
+        text += u", paused %1, processing %2, active %3"_s.arg(queue.isPaused())
+                    .arg(queue.isProcessing())
+                    .arg(queue.isActive());
+        for (Item &item : items) {
+            TestCommand &command = *item.command;
+            text += u"; %1, code %2, listed %3, cancelled %4, paused %5"_s.arg(item.data.getStatus())
+                        .arg(item.data.getErrorCode())
+                        .arg(queue.hasCommand(&command))
+                        .arg(command.isCancelled())
+                        .arg(command.isPaused());
         }
         events.append(text);
     }
+    std::ptrdiff_t indexOf(const CommandData *data) const
+    {
+        const auto isOf = [data](const Item &item) { return &item.data == data; };
+        return std::find_if(std::begin(items), std::end(items), isOf) - std::begin(items);
+    }
 
     int depth = 0;
-    const QList<Pointer> commands;
+    QStringList events;
+    Item items[3] = {Item(u"A"_s), Item(u"a"_s), Item(u"A"_s)};
+    Queue queue;
 };
-
-/** Ends the process with the step, the last events that agree and the first that differs. */
-void compare(int step, const QStringList &library, const QStringList &model)
-{
-    if (library == model) {
-        return;
-    }
-    const auto [is, shouldBe] = std::mismatch(library.begin(), library.end(), model.begin(), model.end());
-    const auto textOf = [](auto event, auto end) { return event == end ? u"(nothing)"_s : *event; };
-    const QString message = u"step %1\n%2\n  is\n%3\n  should be\n%4"_s.arg(step).arg(
-        QStringList(library.begin(), is).mid(std::max<qsizetype>(is - library.begin() - 8, 0)).join(u'\n'),
-        textOf(is, library.end()),
-        textOf(shouldBe, model.end()));
-    std::fprintf(stderr, "%s\n", qPrintable(message));
-    std::abort();
-}
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const LogRecorder recorder;
     const Input input(data, size);
     World<Library> library(input);
     World<Model> model(input);
     for (int step = 1; !library.input.isAtEnd(); ++step) {
-        library.operate();
-        model.operate();
-        compare(step, std::exchange(library.events, {}), std::exchange(model.events, {}));
-        compare(step, LogRecorder::getLines(), model.queue.warnings);
+        const QStringList actual = library.step();
+        const QStringList expected = model.step();
+        const auto agreed = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end()).first;
+        const qsizetype from = std::max<qsizetype>(agreed - actual.begin() - 8, 0); // the last that agree
+        check("step", actual.mid(from, 9), expected.mid(from, 9), step);
     }
     return 0;
 }
