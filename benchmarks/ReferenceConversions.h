@@ -21,8 +21,8 @@
 #include <vector>
 
 /**
- * The conversions of StringConversions as sequences of calls to Qt, split, converted and joined by lists of
- * strings: the measure of their speed in the benchmarks and of their results in the tests.
+ * The conversions of StringConversions as sequences of calls to Qt, which split, convert and join lists of strings. The
+ * benchmarks compare the speed with them, the tests the results.
  */
 namespace reference {
 
@@ -51,7 +51,8 @@ inline float stringToFloat(const QString &text, char exponentSeparator)
     if (fields.size() < 2) {
         return mantissa;
     }
-    return static_cast<float>(double(mantissa) * std::pow(10.0, double(fields[1].toInt(nullptr, 10))));
+    return static_cast<float>(
+        static_cast<double>(mantissa) * std::pow(10.0, static_cast<double>(fields[1].toInt(nullptr, 10))));
 }
 
 inline QString toString(const int *values, int count)
@@ -131,7 +132,7 @@ inline QString rectToString(const QRect &rect)
     return join({rect.x(), rect.y(), rect.width(), rect.height()}, u',');
 }
 
-/** The edges have to be within the range of int. */
+/** Requires that the edges are within the range of int. */
 inline QRect stringToRect(const QString &text)
 {
     const QStringList fields = text.split(u',', Qt::KeepEmptyParts, Qt::CaseSensitive);
@@ -171,7 +172,7 @@ inline QString matrix4x4ToString(const QMatrix4x4 &matrix, QChar separator)
     QStringList texts;
     for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 4; ++column) {
-            texts << QString::number(double(matrix(row, column)), 'f', 17);
+            texts << QString::number(static_cast<double>(matrix(row, column)), 'f', 17);
         }
     }
     return texts.join(separator);

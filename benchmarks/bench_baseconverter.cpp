@@ -1,5 +1,5 @@
-// Ratios to read, at the same number of decimal digits: ByConverter to ByGmp (at most 1 at 39 digits, 4 at 2,000),
-// and ByConverter to ByNaive, which works on the digit strings themselves.
+// The ratios to read, at the same number of decimal digits, are ByConverter to ByGmp (at most 1 at 39 digits, 4 at
+// 2,000), and ByConverter to ByNaive, which works on the digit strings themselves.
 
 #include <numerics/BaseConverter.h>
 
@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <string>
 
 namespace {
 using Convert = std::string (*)(const std::string &);
@@ -28,7 +29,7 @@ unsigned int readNaively(const std::string &baseSet, const std::string &value)
 {
     unsigned int result = 0;
     for (const char digit : value) {
-        result = result * unsigned(baseSet.size()) + unsigned(baseSet.find(digit));
+        result = result * static_cast<unsigned int>(baseSet.size()) + static_cast<unsigned int>(baseSet.find(digit));
     }
     return result;
 }
@@ -38,7 +39,7 @@ std::string writeNaively(const std::string &baseSet, unsigned int value)
     std::string result;
     do {
         result += baseSet[value % baseSet.size()];
-        value /= unsigned(baseSet.size());
+        value /= static_cast<unsigned int>(baseSet.size());
     } while (value != 0);
     std::reverse(result.begin(), result.end());
     return result;
@@ -61,17 +62,18 @@ unsigned int divideNaively(const std::string &baseSet, std::string &number, unsi
 
 std::string convertNaively(std::string value, const std::string &sourceBaseSet, const std::string &targetBaseSet)
 {
-    std::transform(value.begin(), value.end(), value.begin(), [](unsigned char c) { return char(std::toupper(c)); });
+    std::transform(
+        value.begin(), value.end(), value.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     std::string result;
     do {
-        result += targetBaseSet[divideNaively(sourceBaseSet, value, unsigned(targetBaseSet.size()))];
+        result += targetBaseSet[divideNaively(sourceBaseSet, value, static_cast<unsigned int>(targetBaseSet.size()))];
     } while (!value.empty());
     std::reverse(result.begin(), result.end());
     return result;
 }
 
-const std::string DECIMAL = "0123456789";
-const std::string HEX = "0123456789ABCDEF";
+const std::string decimalDigits = "0123456789";
+const std::string hexDigits = "0123456789ABCDEF";
 
 std::string toHex(const std::string &value)
 {
@@ -85,7 +87,7 @@ std::string toHexByGmp(const std::string &value)
 
 std::string toHexNaively(const std::string &value)
 {
-    return convertNaively(value, DECIMAL, HEX);
+    return convertNaively(value, decimalDigits, hexDigits);
 }
 
 std::string toDecimal(const std::string &value)
@@ -100,15 +102,15 @@ std::string toDecimalByGmp(const std::string &value)
 
 std::string toDecimalNaively(const std::string &value)
 {
-    return convertNaively(value, HEX, DECIMAL);
+    return convertNaively(value, hexDigits, decimalDigits);
 }
 
-// A fixed number of the given count of decimal digits, in decimal or in hexadecimal form.
+// Returns a fixed number with state.range(0) decimal digits, in decimal or in hexadecimal form.
 std::string makeDigits(benchmark::State &state, bool isHex)
 {
     std::string digits;
-    while (digits.size() < size_t(state.range(0))) {
-        digits += char('1' + digits.size() * digits.size() % 9);
+    while (digits.size() < static_cast<std::size_t>(state.range(0))) {
+        digits += static_cast<char>('1' + digits.size() * digits.size() % 9);
     }
     return isHex ? toHexByGmp(digits) : digits;
 }

@@ -1,7 +1,7 @@
-// The command queue and its worker, beside a QThreadPool of one thread that does the same empty work.
+// The command queue and its worker, compared with a QThreadPool of one thread that does the same empty work.
 //
-// Every benchmark measures both sides in turn and reports the ratio: `per_pool` is the queue's time in units of the
-// pool's, `ns_each` the queue's time for one command.
+// Every benchmark measures both in turn and reports the ratio: `per_pool` is the queue's time divided by the pool's,
+// `ns_each` the queue's time for one command in nanoseconds.
 
 #include <commands/CommandQueueThread.h>
 
@@ -119,7 +119,7 @@ QList<QSharedPointer<Command>> makeCommands(qint64 count)
     return commands;
 }
 
-/** Counts signals down, on the thread that emits them or, queued, on the one that made the counter. */
+// Counts signals down: on the thread that emits them, or with a queued connection on the thread that created it.
 class Counter : public QObject
 {
 public:
@@ -200,17 +200,17 @@ double runOnPool(qint64 count, Qt::ConnectionType type)
 
 void report(benchmark::State &state, double seconds, qint64 commands)
 {
-    state.counters["ns_each"] = 1e9 * seconds / double(commands) / double(state.iterations());
+    state.counters["ns_each"] = 1e9 * seconds / static_cast<double>(commands) / static_cast<double>(state.iterations());
 }
 
 double median(std::vector<double> values)
 {
-    const auto middle = values.begin() + qsizetype(values.size() / 2);
+    const auto middle = values.begin() + static_cast<qsizetype>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
 }
 
-/** Medians, since a rival for the processor lengthens single turns several times over. */
+// Reports medians: another process on the processor can make single turns several times as long.
 void addAndRun(benchmark::State &state, Qt::ConnectionType type)
 {
     std::vector<double> queueSeconds;
@@ -221,7 +221,7 @@ void addAndRun(benchmark::State &state, Qt::ConnectionType type)
         poolSeconds.push_back(runOnPool(state.range(0), type));
         state.SetIterationTime(queueSeconds.back());
     }
-    state.counters["ns_each"] = 1e9 * median(queueSeconds) / double(state.range(0));
+    state.counters["ns_each"] = 1e9 * median(queueSeconds) / static_cast<double>(state.range(0));
     state.counters["per_pool"] = median(queueSeconds) / median(poolSeconds);
 }
 
@@ -236,7 +236,7 @@ void addAndRunWhilePolled(benchmark::State &state)
     report(state, seconds, state.range(0));
 }
 
-/** From addCommand() on a sleeping worker to the first line of handleExecute(). */
+// The time from addCommand() on a sleeping worker to the first line of handleExecute().
 void wakeUp(benchmark::State &state)
 {
     QSemaphore done;
@@ -283,7 +283,7 @@ void wakeUp(benchmark::State &state)
     worker.wait();
 }
 
-/** One command runs meanwhile and stays in front of the list. */
+// One command runs meanwhile and stays at the front of the list.
 void stopWithWaiting(benchmark::State &state)
 {
     double seconds = 0;

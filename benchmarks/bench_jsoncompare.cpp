@@ -30,9 +30,11 @@ QJsonValue makeElement(Kind kind, int i)
     return QJsonArray{QJsonObject{{u"a"_s, QJsonArray{QJsonArray{i + 0.5}, i}}}};
 }
 
-// Parsed from text, as documents mostly are, so that no two share their data.
-QJsonDocument makeDocument(Kind kind, int count, bool isReversed)
+// Parses the document from text, as applications usually do, so that no two documents share their data.
+QJsonDocument makeDocument(const benchmark::State &state, bool isReversed)
 {
+    const auto kind = static_cast<Kind>(state.range(0));
+    const int count = static_cast<int>(state.range(1));
     QJsonArray array;
     for (int i = 0; i < count; ++i) {
         array.append(makeElement(kind, isReversed ? count - 1 - i : i));
@@ -57,8 +59,8 @@ bool compareNaively(const QJsonArray &first, QJsonArray second)
 
 void runComparison(benchmark::State &state, bool isReversed)
 {
-    const QJsonDocument first = makeDocument(Kind(state.range(0)), int(state.range(1)), false);
-    const QJsonDocument second = makeDocument(Kind(state.range(0)), int(state.range(1)), isReversed);
+    const QJsonDocument first = makeDocument(state, false);
+    const QJsonDocument second = makeDocument(state, isReversed);
     for (auto _ : state) {
         if (!json::compare(first, second)) {
             state.SkipWithError("documents differ");
@@ -73,8 +75,8 @@ void Equal(benchmark::State &state)
 
 void QtEquality(benchmark::State &state)
 {
-    const QJsonDocument first = makeDocument(Kind(state.range(0)), int(state.range(1)), false);
-    const QJsonDocument second = makeDocument(Kind(state.range(0)), int(state.range(1)), false);
+    const QJsonDocument first = makeDocument(state, false);
+    const QJsonDocument second = makeDocument(state, false);
     for (auto _ : state) {
         benchmark::DoNotOptimize(first == second);
     }
@@ -87,8 +89,8 @@ void Reversed(benchmark::State &state)
 
 void NaiveReversed(benchmark::State &state)
 {
-    const QJsonArray first = makeDocument(Kind(state.range(0)), int(state.range(1)), false).array();
-    const QJsonArray second = makeDocument(Kind(state.range(0)), int(state.range(1)), true).array();
+    const QJsonArray first = makeDocument(state, false).array();
+    const QJsonArray second = makeDocument(state, true).array();
     for (auto _ : state) {
         if (!compareNaively(first, second)) {
             state.SkipWithError("documents differ");

@@ -1,4 +1,4 @@
-// NaturalSort::sort() against making and sorting collation keys, and against the sort by comparison.
+// NaturalSort::sort(), compared with creating and sorting collation keys, and with a sort by comparisons.
 
 #include <strings/NaturalSort.h>
 
@@ -53,12 +53,12 @@ QList<QString> makeNames(int size, Kind kind)
     return names;
 }
 
-/** Runs @p sort on fresh lists; the copy of the list is part of the time, for each contender alike. */
+// Runs `sort` on fresh copies of a list. The time of each function includes the copy.
 template <typename Sort>
 void run(benchmark::State &state, const char *locale, Kind kind, Sort sort)
 {
     QLocale::setDefault(QLocale(QString::fromLatin1(locale)));
-    const QList<QString> names = makeNames(int(state.range(0)), kind);
+    const QList<QString> names = makeNames(static_cast<int>(state.range(0)), kind);
     for (auto _ : state) {
         QList<QString> list = names;
         sort(list);
@@ -81,7 +81,7 @@ void keySort(benchmark::State &state, const char *locale, Kind kind)
     run(state, locale, kind, [](const QList<QString> &list) {
         const QCollator collator = makeCollator();
         std::vector<QCollatorSortKey> keys;
-        keys.reserve(std::size_t(list.size()));
+        keys.reserve(static_cast<std::size_t>(list.size()));
         for (const QString &text : list) {
             keys.push_back(collator.sortKey(text));
         }

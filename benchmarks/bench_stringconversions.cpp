@@ -4,15 +4,18 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <random>
 #include <string>
+#include <vector>
 
-// Each conversion runs beside the sequence of calls to Qt, as "<name>/own" and "<name>/reference": the ratio of the
-// two in one run is what counts. The number behind lists, point vectors and maps is how many elements they have.
+// Measures each conversion as "<name>/own" and the same sequence of calls to Qt as "<name>/reference". The result is
+// the ratio of the two in one run. The number after lists, point vectors and maps is their number of elements.
 
 namespace {
 
-std::mt19937 generator; // seeded alike in each run
+std::mt19937 generator; // has the same seed in each run
 
 int randomInt()
 {
@@ -54,7 +57,7 @@ void registerPair(const std::string &name, const std::vector<Input> &inputs, Own
     registerOne(name + "/reference", inputs, reference);
 }
 
-/** Benchmarks a writer on values that @p makeValue makes, and its reader on the texts of those. */
+// Measures a writer on values that `makeValue` creates, and its reader on their texts.
 template <typename MakeValue, typename Write, typename ReferenceWrite, typename Read, typename ReferenceRead>
 void registerForm(const std::string &form,
     MakeValue makeValue,
@@ -122,7 +125,7 @@ void registerReals()
         makeInputs([] { return QString::number(randomReal(), 'e', 8); }),
         [](const QString &text) { return Own::stringToFloat(text, 'e'); },
         [](const QString &text) { return reference::stringToFloat(text, 'e'); });
-    // Quarters have few digits and short texts, as coordinates that a person enters.
+    // Quarters have few digits, like coordinates that a person enters.
     registerForm(
         "QSizeF-quarters",
         [] { return QSizeF(randomInt() / 4.0, randomInt() / 4.0); },
@@ -182,7 +185,7 @@ void registerCollections(std::size_t count)
 {
     using Own = StringConversions;
     const std::string elements = "/" + std::to_string(count);
-    // One input each: a value, and the text of it.
+    // One input for each: a value or its text.
     const std::vector<std::vector<int>> lists = {makeInputs([] { return static_cast<int>(generator()); }, count)};
     const std::vector<std::vector<QPointF>> paths = {
         makeInputs([] { return QPointF(randomReal(), randomReal()); }, count)};

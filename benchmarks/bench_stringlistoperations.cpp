@@ -1,4 +1,4 @@
-// StringListOperations against the bare work with QSet, and unite() against QStringList::removeDuplicates().
+// StringListOperations compared with QSet alone, and unite() with QStringList::removeDuplicates().
 
 #include <strings/StringListOperations.h>
 
@@ -11,7 +11,7 @@ using Texts = QList<QString>;
 
 namespace {
 
-/** Texts with the numbers from @p first to @p first + 100,000, each a string of its own. */
+// Returns texts with 100,000 consecutive numbers from `first` on. No two texts share their data.
 Texts makeTexts(int first)
 {
     Texts texts;
@@ -48,7 +48,7 @@ Texts uniteByRemovingDuplicates(const Texts &first, const Texts &second)
     return result;
 }
 
-/** Two lists that have half of their elements in common. */
+// Applies an operation to two lists that have half of their elements in common.
 void operation(benchmark::State &state, Texts (*apply)(const Texts &, const Texts &))
 {
     const Texts first = makeTexts(0);
