@@ -2,14 +2,16 @@
 
 #include "DigestCommandData.h"
 
+#include <QByteArray>
+#include <QByteArrayView>
 #include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QFile>
 
 namespace {
 
-constexpr qsizetype chunkSize = 65536; // bytes; short enough to be cancelled at once, long enough to be fast
-constexpr qint64 progressInterval = 50; // milliseconds; more often than the eye follows would only cost time
+constexpr qsizetype chunkSize = 65536; // bytes; small enough for a prompt cancel, large enough to be fast
+constexpr qint64 progressInterval = 50; // milliseconds; nobody sees more frequent changes
 
 } // namespace
 

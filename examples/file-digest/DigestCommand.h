@@ -12,16 +12,16 @@ class QFile;
 /**
  * @brief Computes the SHA-256 digest of one file, chunk by chunk.
  *
- * Cancel and pause count at the next chunk. A paused command comes back unfinished, closes the file and keeps what it
- * has computed: executed again, it goes on where it left off. A file that cannot be read is an error with the code of
- * QFileDevice::FileError and its text; executed again, the command starts anew.
+ * Cancel and pause take effect at the next chunk. A paused command returns unfinished, closes the file and keeps its
+ * state; when it is executed again, it continues there. A file that cannot be read is an error with the code of
+ * QFileDevice::FileError and its text; when the command is executed again, it starts from the beginning.
  */
 class DigestCommand : public Command
 {
     Q_OBJECT
 
 public:
-    /** @param data the record, not owned; has to outlive the command and every delivery of a signal that names it */
+    /** @param data the record, not owned; must outlive the command and every delivery of a signal that names it */
     explicit DigestCommand(DigestCommandData *data);
 
     ~DigestCommand() override;
@@ -37,8 +37,8 @@ private:
     void fail(const QFile &file);
 
     DigestCommandData *data;
-    std::unique_ptr<QCryptographicHash> hash; // null unless a digest is begun
-    bool finished = false; // used by the driving thread alone
+    std::unique_ptr<QCryptographicHash> hash; // null unless a digest has been started
+    bool finished = false; // used only on the thread that drives the queue
 };
 
 #endif

@@ -4,9 +4,12 @@
 #include <commands/CommandData.h>
 
 #include <QByteArray>
+#include <QString>
+
+#include <atomic>
 
 /**
- * @brief The record of a DigestCommand: which file, how far, and the digest in the end.
+ * @brief The record of a DigestCommand: the file, the progress, and finally the digest.
  *
  * Threads: the counts may be read on any thread at any time. The digest may be read on any thread that has seen the
  * status FINISHED, since it was stored before.
@@ -17,7 +20,7 @@ class DigestCommandData : public CommandData
 
 public:
     /**
-     * @param path where to read the file; the reference of the command as well, so no file should be queued twice
+     * @param path where to read the file; also the reference of the command, so add no file twice
      * @param title what to call the file in a list
      */
     DigestCommandData(const QString &path, const QString &title);
@@ -29,12 +32,11 @@ public:
     QString getTitle() const override;
     QString getTypeName() const override;
 
-    /** Returns the size of the file when the command was last executed; before, what setTotalBytes() was given, or 0.
-     */
+    /** Returns the size of the file at the last execution; before the first one, the value set by the client, or 0. */
     qint64 getTotalBytes() const;
     void setTotalBytes(qint64 bytes);
 
-    /** Returns how many bytes of the file have entered the digest. */
+    /** Returns how many bytes of the file the digest includes. */
     qint64 getDigestedBytes() const;
     void setDigestedBytes(qint64 bytes);
 

@@ -76,7 +76,7 @@ void DigestReport::showProgress(CommandData *record)
     const QString counts = u"[%1/%2] %3% "_s.arg(finished + failed + cancelled + 1)
                                .arg(records.size())
                                .arg(100 * std::min(digestRecord.getDigestedBytes(), total) / total);
-    // The cursor goes back to the start of the line, where whatever is printed next, log lines included, replaces it.
+    // The cursor returns to the start of the line, so that the next output, even a log line, overwrites it.
     print(eraseLine + counts + escapedPath(digestRecord.getTitle()).right(terminalColumns - counts.size()) + u'\r');
 }
 

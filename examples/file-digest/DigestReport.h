@@ -15,15 +15,15 @@ class DigestCommandData;
 /**
  * @brief Owns the records of all files, follows the queue and prints.
  *
- * Prints one row for each command when it has left the queue: the digest, two blanks, the status in nine columns, two
+ * Prints one row for each command that has left the queue: the digest, two blanks, the status in nine columns, two
  * blanks, and the title, as sha256sum writes it. A title with a backslash, a line feed or a carriage return is escaped,
  * and its row begins with a backslash. If the titles are paths relative to a folder,
- * `sed -nE 's/^(\\?[0-9a-f]{64})  FINISHED   /\1  /p' | sha256sum -c` checks the table in that folder. A file without
- * digest has a dash in its place.
+ * `sed -nE 's/^(\\?[0-9a-f]{64})  FINISHED   /\1  /p' | sha256sum -c` checks the table in that folder. If a file has no
+ * digest, its row has a dash instead.
  *
- * On a terminal a last line shows how far the current file is.
+ * On a terminal, the last line shows the progress of the current file.
  *
- * Ownership: this object owns the records. A queued signal names its record when the command may be gone, so this
+ * Ownership: this object owns the records. A queued signal may arrive when its command is already destroyed, so this
  * object is created before the queue and destroyed after it, and destroys no record in between.
  *
  * Threads: everything here happens on the thread that created the object. The connections to the queue are queued, so
@@ -51,7 +51,7 @@ public:
     /** Returns whether a file could not be read. */
     bool hasFailures() const;
 
-    /** Returns whether standard output could not be written. Nothing is printed from then on. */
+    /** Returns whether a write to standard output has failed. Nothing is printed after that. */
     bool hasWriteFailed() const;
 
 Q_SIGNALS:

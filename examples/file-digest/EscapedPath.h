@@ -5,7 +5,7 @@
 
 /**
  * Returns @p path as sha256sum writes it: with a backslash, a line feed and a carriage return as `\\`, `\n` and `\r`,
- * so that a path never breaks the line that it stands in. A line of checksums with such a path begins with a backslash.
+ * so that the result contains no line break. A line of checksums with such a path begins with a backslash.
  */
 QString escapedPath(QString path);
 

@@ -6,6 +6,8 @@
 #include <QFileInfo>
 
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

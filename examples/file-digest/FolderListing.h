@@ -26,11 +26,11 @@ struct FolderListing
  * Lists the files among @p paths and the regular files in the folders among them and below, hidden ones included. Files
  * and folders in a folder are skipped if their name is one of @p excludedNames.
  *
- * Symbolic links in a folder are not followed, so a link to a folder above it makes no circle. Links, sockets, pipes
- * and devices in a folder are not listed. A path that is no folder is listed as it is, even if there is no such file.
+ * Symbolic links in a folder are not followed, so a link to a parent folder causes no loop. Links, sockets, pipes and
+ * devices in a folder are not listed. A path that is not a folder is listed unchanged, even if there is no such file.
  *
- * A file name that is not valid UTF-8 is listed with U+FFFD for what cannot be decoded. Such a file cannot be opened by
- * that path; the error shows that it was not digested.
+ * A file name that is not valid UTF-8 is listed with U+FFFD for the bytes that cannot be decoded. The file cannot be
+ * opened by that path; its row reports the error.
  */
 FolderListing listFiles(const QStringList &paths, const QStringList &excludedNames = {});
 

@@ -12,7 +12,7 @@
 
 namespace {
 
-// The ends of a pipe: hardly more than a write() is allowed in a signal handler, and a socket notifier sees it.
+// The ends of a pipe. A signal handler may do little more than write(); a socket notifier reports the data.
 int readEnd = -1;
 std::atomic<int> writeEnd = -1;
 static_assert(std::atomic<int>::is_always_lock_free, "read in a signal handler");
@@ -30,7 +30,7 @@ InterruptNotifier::InterruptNotifier()
 {
     int ends[2];
     if (pipe(ends) != 0) {
-        return; // Ctrl+C ends the process as ever
+        return; // Ctrl+C ends the process as usual
     }
     readEnd = ends[0];
     writeEnd = ends[1];

@@ -6,8 +6,9 @@
 /**
  * @brief Turns Ctrl+C (SIGINT) into a signal of its thread's event loop.
  *
- * From its construction on, the first SIGINT is delivered as interrupted(), and a second one ends the process at once.
- * There may be one object at a time. On systems other than Unix it does nothing, and Ctrl+C ends the process as ever.
+ * The first SIGINT after the construction is delivered as interrupted(), and a second one ends the process at once.
+ * Only one object may exist at a time. On systems other than Unix it does nothing, and Ctrl+C ends the process as
+ * usual.
  */
 class InterruptNotifier : public QObject
 {
@@ -16,7 +17,7 @@ class InterruptNotifier : public QObject
 public:
     InterruptNotifier();
 
-    /** Gives SIGINT its default action back. */
+    /** Restores the default action of SIGINT. */
     ~InterruptNotifier() override;
 
 Q_SIGNALS:

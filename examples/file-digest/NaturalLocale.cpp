@@ -8,7 +8,7 @@ void ensureNaturalOrder()
     if (system.collation().language() != QLocale::C) {
         return;
     }
-    // LC_COLLATE may be C alone. Then the language stays.
+    // If only LC_COLLATE is C, the language is kept.
     QLocale::setDefault(
         system.language() == QLocale::C ? QLocale(QLocale::English) : QLocale(system.language(), system.territory()));
 }

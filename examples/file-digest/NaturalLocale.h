@@ -2,8 +2,8 @@
 #define FILEDIGEST_NATURALLOCALE_H
 
 /**
- * Sets another default locale if the system's has no natural order, for NaturalSort: the C locale, which containers
- * have, sorts by code units.
+ * Sets another default locale if NaturalSort has no natural order in the system's. The C locale, which containers
+ * usually have, sorts by code units.
  */
 void ensureNaturalOrder();
 

@@ -1,8 +1,8 @@
 // Prints the SHA-256 digests of files and of all files in folders. A CommandQueueThread computes them one after
 // another.
 //
-// exit code: 0 if every file was read; 1 if a file or folder was not, or if standard output cannot be written; 2 for a
-// wrong option and if there is no such file or folder; 130 after Ctrl+C
+// exit code: 0 if every file was read; 1 if a file or folder was not, or if standard output cannot be written; 2 for an
+// unknown option or if a file or folder does not exist; 130 after Ctrl+C
 
 #include "CommandLine.h"
 #include "DigestCommand.h"
@@ -19,6 +19,8 @@
 #include <QFileInfo>
 #include <QTextStream>
 
+#include <utility>
+
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
@@ -28,7 +30,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int failure = 1;
-constexpr int interruptedByUser = 130; // 128 and the number of SIGINT, as a shell gives it
+constexpr int interruptedByUser = 130; // 128 plus the number of SIGINT, as a shell reports it
 
 bool isStandardOutputTerminal()
 {

@@ -4,6 +4,8 @@
 #include <commands/Command.h>
 #include <commands/CommandData.h>
 
+#include <QString>
+
 #include <functional>
 #include <utility>
 

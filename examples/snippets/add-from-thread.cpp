@@ -1,4 +1,4 @@
-// Adds commands on another thread than the one that created the worker, which runs no event loop.
+// Adds a command on another thread. The thread that created the worker runs no event loop.
 
 #include "FunctionCommand.h"
 

@@ -1,4 +1,4 @@
-// Has a queue execute a failed command again, up to a number of times, and keep the order of priorities.
+// A queue that retries a failed command a limited number of times and keeps the order of priorities.
 
 #include "PriorityScheduler.h"
 
@@ -20,7 +20,7 @@ public:
     {
     }
 
-    // A message without a code is that of an earlier execution, and a new one is not worth a line in the log.
+    // Without a code, the message is that of an earlier execution. Setting an empty one would log a line.
     QString getErrorMessage() const override
     {
         return getErrorCode() == 0 ? QString() : CommandData::getErrorMessage();
@@ -54,8 +54,8 @@ protected:
     }
 
 private:
-    // Leaves the command where it is in the list, unless it was cancelled: whoever cancelled it while it was current
-    // relies on its removal. So the flag is checked and currentCommand cleared in one critical section.
+    // Leaves the command at its place in the list, unless it was cancelled: a cancel of the current command relies on
+    // its removal here. So the flag is checked and currentCommand cleared in one critical section.
     bool keepListed()
     {
         QSharedPointer<Command> released; // declared before the locker: destroyed after unlocking

@@ -1,4 +1,4 @@
-// Saves three documents on a worker: one needs an answer of the user first, and one fails.
+// Saves three documents on a worker: one first needs an answer from the user, and one fails.
 
 //! [example]
 #include <commands/CommandQueueThread.h>
@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -42,7 +43,7 @@ protected:
     void handleExecute() override // on the worker, without the queue's lock
     {
         if (data->isOnFullDisk) {
-            data->setErrorCode(28); // before the message, whose line in the log shows it
+            data->setErrorCode(28); // before the message: the log line contains the code
             data->setErrorMessage(QStringLiteral("no space left"));
             setError(28); // last: slots connected directly to statusChanged find code and message
         }
@@ -77,12 +78,12 @@ int main(int argc, char *argv[])
         }
     });
     QObject::connect(&queue, &CommandQueue::awaitingUserAction, &application, [&](CommandData *data) {
-        // A command that is added while the queue waits makes it ask again: the answer may have been given already.
+        // An added command makes the waiting queue emit this again, perhaps after the answer.
         if (data->getStatus() == CommandData::REQUIRE_USER_ACTION) {
             out << data->getTitle() << ": overwrite? yes" << Qt::endl;
             data->setStatus(CommandData::QUEUEING);
         }
-        worker.restart(); // in any case: each awaitingUserAction is a pause
+        worker.restart(); // in any case: each awaitingUserAction pauses the queue
     });
 
     worker.start();
@@ -92,7 +93,7 @@ int main(int argc, char *argv[])
     const int result = application.exec();
 
     worker.stop(); // 1. cancels what waits
-    worker.wait(); // 2. the running command ends, and the thread with it
-    return result; // 3. the worker is destroyed, and the records after it
+    worker.wait(); // 2. the running command ends, then the thread
+    return result; // 3. the worker is destroyed, then the records
 }
 //! [example]

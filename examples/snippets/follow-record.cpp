@@ -10,7 +10,7 @@
 #include <functional>
 
 //! [recipe]
-// What a listener shows of a command, copied at the time of the signal.
+// The data that a listener shows, copied at the time of the signal.
 struct CommandUpdate
 {
     QString title;
@@ -19,7 +19,7 @@ struct CommandUpdate
 };
 
 // Calls `receive` on the thread of `receiver` for each change of status. The slot is connected directly: it runs while
-// the record exists, and only the copy is posted. `receiver` has to outlive the worker.
+// the record exists, and only the copy is posted. `receiver` must outlive the worker.
 void follow(CommandData &data, QObject &receiver, std::function<void(const CommandUpdate &)> receive)
 {
     const auto post = [&receiver, receive = std::move(receive)](CommandData *record) {

@@ -22,7 +22,7 @@ int main()
     QTextStream out(stdout);
     out << "categories: " << logging::CategoriesRegistrySingleton::getInstance().getCategories().join(u' ') << '\n';
 
-    // One rule a line; a later rule wins.
+    // One rule per line; a later rule wins.
     const QString rules = logging::getDefaultApplicationFilter() + u'\n'
         + logging::getFilterConstructionSubstring(QStringLiteral("app.network"), true, QtDebugMsg) + u'\n'
         + logging::getFilterConstructionSubstring(QStringLiteral("app.storage"), false, {});

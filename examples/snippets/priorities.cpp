@@ -1,4 +1,4 @@
-// Has a queue run the most urgent command first.
+// A queue that runs the most urgent command first.
 
 #include "PriorityScheduler.h"
 

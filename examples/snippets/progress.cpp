@@ -11,7 +11,7 @@
 #include <vector>
 
 //! [recipe]
-// The record of work in equal steps. The worker counts them, any thread may read.
+// The record of work in equal steps. The worker counts them; any thread may read the count.
 class SteppedData : public TitledData
 {
 public:
@@ -29,7 +29,7 @@ public:
     }
     int getPercent() const { return 100 * finishedSteps / stepCount; }
 
-    // A command that failed or was cancelled has no steps left, however many it has finished.
+    // A failed or cancelled command has no steps left, even if it has not finished them all.
     int getSettledSteps() const
     {
         const Status status = getStatus();

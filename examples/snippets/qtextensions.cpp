@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <memory>
 
-// A window that handles the mouse, and converts what is touched.
+// A window that handles the mouse and converts touches.
 class Canvas : public QWindow
 {
 protected:

@@ -20,18 +20,18 @@ public:
     bool canBeStarted() const override { return !isPaused(); }
 };
 
-// Resumes the first listed command with this title; returns whether there is one. References are unique where titles
-// are not.
+// Resumes the first listed command with this title; returns whether there is one. Several commands may have the same
+// title; to resume one of them, compare references.
 bool resumeByTitle(CommandQueueThread &worker, const QString &title)
 {
-    const auto commands = worker.getCommandQueue().getCommands(); // a copy that keeps them alive
+    const auto commands = worker.getCommandQueue().getCommands(); // a copy that keeps the commands alive
     const auto hasTitle = [&title](const auto &command) { return command->getCommandData()->getTitle() == title; };
     const auto found = std::find_if(commands.cbegin(), commands.cend(), hasTitle);
     if (found == commands.cend()) {
         return false;
     }
     (*found)->resume();
-    worker.restart(); // has the queue ask canBeStarted() again; ends a pause of the queue, too
+    worker.restart(); // the queue calls canBeStarted() again; also ends a pause of the queue
     return true;
 }
 //! [recipe]

@@ -42,7 +42,7 @@ int main()
 
     CommandQueueThread worker;
     worker.start();
-    int executed = 0; // used by the worker alone until the queue is drained
+    int executed = 0; // used only on the worker until the queue is drained
     const auto add = [&worker, &executed](TitledData &data) {
         const auto work = [&executed](Command &) { ++executed; };
         worker.getCommandQueue().addCommand(QSharedPointer<FunctionCommand>::create(&data, work));
@@ -53,7 +53,7 @@ int main()
     out << "drained: " << waitUntilDrained(worker) << ", executed: " << executed << '\n';
 
     worker.stop();
-    add(*records.front()); // too late: nothing executes it
+    add(*records.front()); // after stop(): never executed
     out << "drained: " << waitUntilDrained(worker) << '\n';
     worker.wait();
 }
