@@ -12,6 +12,7 @@
 #include <string>
 
 namespace {
+
 using Convert = std::string (*)(const std::string &);
 
 std::string convertByGmp(const std::string &value, int sourceBase, int targetBase)
@@ -125,6 +126,7 @@ void run(benchmark::State &state, Convert convert, Convert reference, bool isHex
         benchmark::DoNotOptimize(convert(digits));
     }
 }
+
 } // namespace
 
 BENCHMARK_CAPTURE(run, toHexByConverter, toHex, toHexByGmp, false)->Arg(39)->Arg(2000)->Arg(20000);

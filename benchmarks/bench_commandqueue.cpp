@@ -21,6 +21,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
 using Clock = std::chrono::steady_clock;
 
 double secondsSince(Clock::time_point start)
@@ -359,6 +360,7 @@ BENCHMARK(stopWithWaiting)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(3);
 BENCHMARK(cancelLastByReference)->Arg(10'000)->Arg(100'000)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
 } // namespace
 
 int main(int argc, char **argv)

@@ -12,6 +12,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
 enum Kind { Integers, Texts, Records, Deep };
 
 QJsonValue makeElement(Kind kind, int i)
@@ -97,6 +98,7 @@ void NaiveReversed(benchmark::State &state)
         }
     }
 }
+
 } // namespace
 
 BENCHMARK(Equal)->ArgNames({"kind", "n"})->ArgsProduct({{Integers, Texts, Records, Deep}, {100, 100000}});

@@ -8,6 +8,7 @@
 #include <utility>
 
 namespace {
+
 using References = QVarLengthArray<QSharedPointer<Command>, 2>;
 
 // Holds the queue's mutex, and releases references to commands only after the outermost section of the thread has
@@ -41,6 +42,7 @@ private:
     QRecursiveMutex &mutex;
     References *&deferred; // of the outermost section
 };
+
 } // namespace
 
 CommandQueue::CommandQueue()
