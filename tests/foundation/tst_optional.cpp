@@ -41,20 +41,15 @@ static_assert(!std::is_nothrow_move_constructible_v<Optional<Demanding>>);
 
 Optional<Shared> make(const Shared &value)
 {
-    Optional<Shared> result;
-    if (value != nullptr) {
-        result = value;
-    }
-    return result;
+    return value ? Optional<Shared>(value) : Optional<Shared>();
 }
 
 /** Shows the number that is held. */
 QString show(const Optional<Shared> &optional)
 {
-    if (!optional.hasValue()) {
-        return u"nothing"_s;
-    }
-    return optional.getValue() ? QString::number(*optional.getValue()) : u"moved-from"_s;
+    return !optional.hasValue() ? u"nothing"_s
+        : !optional.getValue()  ? u"moved-from"_s
+                                : QString::number(*optional.getValue());
 }
 
 } // namespace
@@ -71,19 +66,18 @@ private Q_SLOTS:
         for (const auto &[target, source] : {std::pair(Shared(), Shared()), {one, {}}, {{}, two}, {one, two}}) {
             const QString expected = source ? u"2"_s : u"nothing"_s;
             const QString expectedRest = source ? u"moved-from"_s : u"nothing"_s;
-            Optional<Shared> from = make(source);
+            const Optional<Shared> from = make(source);
             Optional<Shared> copied = make(target);
             copied = from;
-            QCOMPARE(show(copied), expected);
-            Optional<Shared> moved = make(target);
-            moved = std::move(from);
-            QCOMPARE(show(moved), expected);
-            QCOMPARE(show(from), expectedRest);
+            QCOMPARE(show(from), expected);
             const Optional<Shared> constructed(copied);
             QCOMPARE(show(constructed), expected);
-            const Optional<Shared> moveConstructed(std::move(copied));
-            QCOMPARE(show(moveConstructed), expected);
+            Optional<Shared> moved = make(target);
+            moved = std::move(copied);
             QCOMPARE(show(copied), expectedRest);
+            const Optional<Shared> moveConstructed(std::move(moved));
+            QCOMPARE(show(moveConstructed), expected);
+            QCOMPARE(show(moved), expectedRest);
         }
         QCOMPARE(one.use_count(), 1);
         QCOMPARE(two.use_count(), 1);
