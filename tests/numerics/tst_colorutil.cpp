@@ -5,60 +5,33 @@
 
 #include <climits>
 #include <cmath>
-#include <limits>
-
-namespace {
-constexpr float infinity = std::numeric_limits<float>::infinity();
-} // namespace
 
 class ColorUtilTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void interpolatesColors_data()
-    {
-        QTest::addColumn<QColor>("first");
-        QTest::addColumn<QColor>("second");
-        QTest::addColumn<double>("weight");
-        QTest::addColumn<QColor>("expected");
-        const QColor first(200, 100, 0, 128);
-        const QColor second(0, 20, 40, 64);
-        QTest::newRow("first only") << first << second << 1.0 << first;
-        QTest::newRow("second only") << first << second << 0.0 << second;
-        QTest::newRow("quarter of the first") << first << second << 0.25 << QColor(50, 40, 30, 80);
-        QTest::newRow("in double") << QColor(1, 0, 0) << QColor(26, 0, 0) << 0.1
-                                   << QColor(QRgba64::fromRgba64(6040, 0, 0, 0xFFFF));
-    }
     void interpolatesColors()
     {
-        QFETCH(QColor, first);
-        QFETCH(QColor, second);
-        QFETCH(double, weight);
-        QTEST(ColorUtil::interpolate(first, second, weight), "expected");
+        const QColor first(200, 100, 0, 128);
+        const QColor second(0, 20, 40, 64);
+        const QColor reds[] = {QColor(1, 0, 0), QColor(26, 0, 0), QColor(QRgba64::fromRgba64(6040, 0, 0, 0xFFFF))};
+        QCOMPARE(ColorUtil::interpolate(first, second, 1.0), first);
+        QCOMPARE(ColorUtil::interpolate(first, second, 0.0), second);
+        QCOMPARE(ColorUtil::interpolate(first, second, 0.25), QColor(50, 40, 30, 80));
+        QCOMPARE(ColorUtil::interpolate(reds[0], reds[1], 0.1), reds[2]); // in double
     }
 
-    void interpolatesPackedColors_data()
-    {
-        QTest::addColumn<unsigned int>("first");
-        QTest::addColumn<unsigned int>("second");
-        QTest::addColumn<double>("weight");
-        QTest::addColumn<unsigned int>("expected");
-        QTest::newRow("quarter of the first") << 0xFF0064C8U << 0xFF281400U << 0.25 << 0xFF1E2832U;
-        QTest::newRow("transparent") << 0x00103080U << 0x00502060U << 1.0 << 0xFF103080U;
-        QTest::newRow("twice the first") << 0x00103080U << 0x80502060U << 2.0 << 0xFF0040A0U;
-        QTest::newRow("weights that do not add up to 1") << 0xC0000080U << 0x00000060U << 1e17 << 0xFF0000FFU;
-        QTest::newRow("no truncation") << 0xFF000000U << 0xFF000001U << 0.25 << 0xFF000001U;
-        QTest::newRow("no mixing of bytes") << 0xFF000000U << 0xFF00002DU << 0.3 << 0xFF000020U;
-        QTest::newRow("in double") << 0xFF000001U << 0xFF00001AU << 0.1 << 0xFF000018U;
-    }
     void interpolatesPackedColors()
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
-        QFETCH(unsigned int, first);
-        QFETCH(unsigned int, second);
-        QFETCH(double, weight);
-        QTEST(ColorUtil::interpolate(first, second, weight), "expected");
+        QCOMPARE(ColorUtil::interpolate(0xFF0064C8U, 0xFF281400U, 0.25), 0xFF1E2832U);
+        QCOMPARE(ColorUtil::interpolate(0x00103080U, 0x00502060U, 1.0), 0xFF103080U);
+        QCOMPARE(ColorUtil::interpolate(0x00103080U, 0x80502060U, 2.0), 0xFF0040A0U);
+        QCOMPARE(ColorUtil::interpolate(0xC0000080U, 0x00000060U, 1e17), 0xFF0000FFU); // weights not adding up to 1
+        QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF000001U, 0.25), 0xFF000001U); // no truncation
+        QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF00002DU, 0.3), 0xFF000020U); // no mixing of bytes
+        QCOMPARE(ColorUtil::interpolate(0xFF000001U, 0xFF00001AU, 0.1), 0xFF000018U); // in double
     }
 
     void interpolatesBeyondTheColors()
@@ -69,26 +42,19 @@ private Q_SLOTS:
         QVERIFY(!ColorUtil::interpolate(QColor(1, 2, 3, 255), QColor(1, 2, 3, 0), 1.5).isValid());
     }
 
-    void makeDarkerColorByFraction_data()
-    {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<float>("fraction");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("25.5 rounds up") << 255 << 0.1f << 229;
-        QTest::newRow("0.001 rounds up") << 1 << 0.001f << 0;
-        QTest::newRow("in float") << 255 << 0.2f << 204;
-        QTest::newRow("half") << 200 << 0.5f << 100;
-        QTest::newRow("nothing") << 200 << 0.0f << 200;
-        QTest::newRow("all") << 200 << 1.0f << 0;
-        QTest::newRow("infinite") << 200 << infinity << 0;
-        QTest::newRow("negative") << 200 << -0.5f << 200;
-        QTest::newRow("not a number") << 200 << std::numeric_limits<float>::quiet_NaN() << 200;
-    }
     void makeDarkerColorByFraction()
     {
-        QFETCH(int, value);
-        QFETCH(float, fraction);
-        QTEST(ColorUtil::makeDarkerColor(QColor::fromHsv(240, 10, value), fraction).value(), "expected");
+        const auto darken = [](int value, float fraction) {
+            return ColorUtil::makeDarkerColor(QColor::fromHsv(240, 10, value), fraction).value();
+        };
+        QCOMPARE(darken(255, 0.1f), 229); // 25.5 rounds up
+        QCOMPARE(darken(1, 0.001f), 0); // so does 0.001
+        QCOMPARE(darken(255, 0.2f), 204); // in float
+        QCOMPARE(darken(200, 0.5f), 100);
+        QCOMPARE(darken(200, 0.0f), 200);
+        QCOMPARE(darken(200, float(qInf())), 0);
+        QCOMPARE(darken(200, -0.5f), 200);
+        QCOMPARE(darken(200, float(qQNaN())), 200);
     }
 
     void makeDarkerColorOfOddColors()
