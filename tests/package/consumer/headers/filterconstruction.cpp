@@ -1,6 +1,0 @@
-#include <logging/FilterConstruction.h>
-
-QString makeFilter()
-{
-    return logging::getFilterConstructionSubstring(QString(), true, QtDebugMsg);
-}

@@ -1,6 +1,0 @@
-#include <qtextensions/JsonCompare.h>
-
-bool compareDocuments()
-{
-    return json::compare(QJsonDocument(), QJsonDocument());
-}

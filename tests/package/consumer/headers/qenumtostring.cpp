@@ -1,6 +1,0 @@
-#include <strings/QEnumToString.h>
-
-QString nameError()
-{
-    return QEnumToString::qFileDeviceError(QFileDevice::NoError);
-}

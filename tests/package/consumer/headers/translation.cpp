@@ -1,6 +1,0 @@
-#include <strings/Translation.h>
-
-QString translate()
-{
-    return strings::tr(QString(), QString());
-}
