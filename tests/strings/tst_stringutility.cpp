@@ -1,11 +1,11 @@
 #include "../support/LogRecorder.h"
 
+#include <conversions/StringConversions.h>
 #include <strings/StringUtility.h>
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using Versions = QMap<QString, QVersionNumber>;
 using Operation = QString (*)(const QString &);
 
 class StringUtilityTest : public QObject
@@ -20,7 +20,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expected");
         const Operation safe = &StringUtility::stringToSafeFileName;
         QTest::newRow("safe name, null") << safe << QString() << QString();
-        QTest::newRow("safe name, empty") << safe << u""_s << u""_s;
         QTest::newRow("safe name, each") << safe << u"/\\:?%$#&<>*!'\"@+`|=^"_s << u"____________________"_s;
         QTest::newRow("safe name, white space") << safe << u"\t a  / b:c\n"_s << u"a  _ b_c"_s;
         QTest::newRow("safe name, reserved after trimming") << safe << u"\t nul \n"_s << u"invalid_name"_s;
@@ -39,7 +38,6 @@ private Q_SLOTS:
 
         const Operation clean = &StringUtility::removeInvalidCharacters;
         QTest::newRow("cleaning, null") << clean << QString() << QString();
-        QTest::newRow("cleaning, empty") << clean << u""_s << u""_s;
         QTest::newRow("cleaning, each") << clean << u"a^b_c|d\\e~/"_s << u"a b c d e~/"_s;
         QTest::newRow("cleaning, runs") << clean << u"_a__b \t^c\n"_s << u"a b c"_s;
 
@@ -48,10 +46,10 @@ private Q_SLOTS:
         QTest::newRow("stripping, no ASCII") << strip << u"Ab-1 _üß١Ω"_s << u"Ab1"_s;
         QTest::newRow("stripping, surrogate") << strip << u'a' + QString(QChar(0xd800)) + u'z' << "az";
 
-        const Operation removeCurly = &StringUtility::removeCurlyBrackets;
-        QTest::newRow("curly brackets") << removeCurly << u"}{1}{[a](b){"_s << u"1[a](b)"_s;
-        const Operation removeSquare = &StringUtility::removeSquareBrackets;
-        QTest::newRow("square brackets") << removeSquare << u"][1][{a}(b)["_s << u"1{a}(b)"_s;
+        QTest::newRow("curly brackets") << Operation(&StringUtility::removeCurlyBrackets) << "}{1}{[a](b){"
+                                        << "1[a](b)";
+        QTest::newRow("square brackets") << Operation(&StringUtility::removeSquareBrackets) << "][1][{a}(b)["
+                                         << "1{a}(b)";
 
         const Operation unescape = &StringUtility::fromHtmlEscapedToPlainText;
         QTest::newRow("HTML, each") << unescape << u"&quot;a&quot; &lt; b &amp;&amp; &gt;"_s << u"\"a\" < b && >"_s;
@@ -74,6 +72,118 @@ private Q_SLOTS:
         QTest::newRow("last name, words") << capitalizeAll << u" van \t DER o'NEIL-berg "_s << u"Van Der O'neil-berg"_s;
         QTest::newRow("last name, empty") << capitalizeAll << u""_s << u""_s;
         QTest::newRow("last name, blank") << capitalizeAll << u" "_s << u""_s;
+
+        const Operation split = [](const QString &text) { return StringUtility::splitOnWhiteSpaces(text).join(u'|'); };
+        QTest::newRow("splitting, one word") << split << "ab"
+                                             << "ab";
+        QTest::newRow("splitting, blank") << split << " "
+                                          << "|";
+        QTest::newRow("splitting, at the ends") << split << " a\n"
+                                                << "|a|";
+        QTest::newRow("splitting, runs") << split << "a \t\nb\v\f\rc"
+                                         << "a|b|c";
+        QTest::newRow("splitting, not outside ASCII") << split << "a\u00a0b\u0085c\u2003d"
+                                                      << "a\u00a0b\u0085c\u2003d";
+        QTest::newRow("splitting, not other controls") << split << "a\bb\x0e"
+                                                       << "a\bb\x0e";
+        const QString surrogate = QChar(0xdc00);
+        QTest::newRow("splitting, lone surrogate") << split << surrogate + u" b"_s << surrogate + u"|b"_s;
+
+        const Operation splitName = [](const QString &text) {
+            QString name = text;
+            QString last = u"earlier"_s;
+            StringUtility::patientNameToFirstLastName(name, name, last); // into the name itself
+            return name + u'|' + last;
+        };
+        QTest::newRow("first and last name") << splitName << "John Doe"
+                                             << "John|Doe";
+        QTest::newRow("first and last name, one word") << splitName << "John"
+                                                       << "John|";
+        QTest::newRow("first and last name, more words") << splitName << "John  R Doe "
+                                                         << "John| R Doe ";
+        QTest::newRow("first and last name, trailing blank") << splitName << "John "
+                                                             << "John|";
+        QTest::newRow("first and last name, empty") << splitName << ""
+                                                    << "|";
+        QTest::newRow("first and last name, tab") << splitName << "John\tDoe"
+                                                  << "John\tDoe|";
+
+        const Operation initials = [](const QString &text) {
+            return StringUtility::getPatientInitials(text.section(u'|', 0, 0), text.section(u'|', 1));
+        };
+        QTest::newRow("initials, second part first") << initials << "Doe|John"
+                                                     << "JD";
+        QTest::newRow("initials, no second part") << initials << "Doe|"
+                                                  << "D";
+        QTest::newRow("initials, blank") << initials << " Doe|John"
+                                         << "J ";
+        QTest::newRow("initials, combining marks") << initials << u"e\u0301\u0323ve|John"_s << u"Je\u0301\u0323"_s;
+        QTest::newRow("initials, surrogate pair") << initials << u"😀x|𐐨y"_s << u"𐐨😀"_s;
+
+        const Operation capitalizeParts = [](const QString &text) {
+            return StringUtility::makeFirstCharacterOfPartsUpperCase(text.split(u'|'));
+        };
+        QTest::newRow("parts, empty") << capitalizeParts << ""
+                                      << "";
+        QTest::newRow("parts, two") << capitalizeParts << "john|DOE"
+                                    << "John Doe";
+        QTest::newRow("parts, empty one inside") << capitalizeParts << "a||b"
+                                                 << "A  B";
+        QTest::newRow("parts, empty ones at the ends") << capitalizeParts << "|x|"
+                                                       << "X";
+
+        const Operation splitVersion = [](const QString &text) {
+            int majorNumber = 7;
+            int minorNumber = 7;
+            StringUtility::versionStringTo2Numbers(text, majorNumber, minorNumber);
+            return u"%1 %2"_s.arg(majorNumber).arg(minorNumber);
+        };
+        QTest::newRow("version, two numbers") << splitVersion << "1.2"
+                                              << "1 2";
+        QTest::newRow("version, no dot") << splitVersion << "12"
+                                         << "-1 -1";
+        QTest::newRow("version, nothing behind the dot") << splitVersion << "1."
+                                                         << "1 0";
+        QTest::newRow("version, nothing before the dot") << splitVersion << ".5"
+                                                         << "0 5";
+        QTest::newRow("version, suffix") << splitVersion << "1.2-beta"
+                                         << "1 0";
+        QTest::newRow("version, leading zero, white space, sign") << splitVersion << "010. -2"
+                                                                  << "10 -2";
+        QTest::newRow("version, prefix") << splitVersion << "0x10.2"
+                                         << "0 2";
+        QTest::newRow("version, too large") << splitVersion << "99999999999.1"
+                                            << "0 1";
+
+        const Operation readMap = [](const QString &text) {
+            const LogRecorder log;
+            const auto map = StringUtility::saveableUIStringToMap(text);
+            const QString shown = map.hasValue() ? StringConversions::mapToString(map.getValue()) : u"refused: "_s;
+            return shown + log.getLines().join(u'|');
+        };
+        QTest::newRow("map, two") << readMap << "core 1.2 | ui 2.0"
+                                  << "core 1.2 | ui 2.0";
+        QTest::newRow("map, bare bar") << readMap << "ui 2.0|core 1.2"
+                                       << "core 1.2 | ui 2.0";
+        QTest::newRow("map, white space around") << readMap << "\t core 1.2 \n"
+                                                 << "core 1.2";
+        QTest::newRow("map, last of a key wins") << readMap << "core 3.0 | core 1.2"
+                                                 << "core 1.2";
+        QTest::newRow("map, keys by case") << readMap << "core 1.2 | Core 2.0"
+                                           << "Core 2.0 | core 1.2";
+        QTest::newRow("map, more behind the number") << readMap << "core 1.2abc"
+                                                     << "core 1.2";
+        QTest::newRow("map, no number") << readMap << "core abc"
+                                        << "core ";
+        QTest::newRow("map, tab beside the blank") << readMap << "core\t 1.2"
+                                                   << "core\t 1.2";
+        const QString refusal = u"refused: 1 default Corrupt string for stringToMap: stringMap ( %1 )"_s;
+        for (const char *text : {"", "core", "core 1 2", "my app 1.0", "core  1.2", "core\t1.0", "\"core\""}) {
+            QTest::newRow(text) << readMap << text << refusal.arg(QDebug::toString(QString::fromUtf8(text)));
+        }
+        for (const char *text : {"core 1.2 | ", "| core 1.2", "core 1.2 || ui 2", "core 1.2 | ui"}) {
+            QTest::newRow(text) << readMap << text << refusal.arg(QDebug::toString(QString::fromUtf8(text)));
+        }
     }
     void texts()
     {
@@ -85,143 +195,13 @@ private Q_SLOTS:
         QCOMPARE(actual.isNull(), expected.isNull());
     }
 
-    void splitOnWhiteSpaces_data()
+    void nullParts()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QList<QString>>("expected");
-        QTest::newRow("null") << QString() << QList<QString>{u""_s};
-        QTest::newRow("empty") << "" << QList<QString>{u""_s};
-        QTest::newRow("one word") << "ab" << QList<QString>{u"ab"_s};
-        QTest::newRow("blank") << " " << QList<QString>{u""_s, u""_s};
-        QTest::newRow("at the ends") << " a\n" << QList<QString>{u""_s, u"a"_s, u""_s};
-        QTest::newRow("runs") << "a \t\nb\v\f\rc" << QList<QString>{u"a"_s, u"b"_s, u"c"_s};
-        QTest::newRow("not outside ASCII") << "a\u00a0b\u0085c\u2003d" << QList<QString>{u"a\u00a0b\u0085c\u2003d"_s};
-        QTest::newRow("not other controls") << "a\bb\x0e" << QList<QString>{u"a\bb\x0e"_s};
-        const QString surrogates = u"a"_s + QChar(0xdc00);
-        QTest::newRow("lone surrogate") << surrogates + u" b"_s << QList<QString>{surrogates, u"b"_s};
-    }
-    void splitOnWhiteSpaces()
-    {
-        QFETCH(QString, text);
-        const QList<QString> parts = StringUtility::splitOnWhiteSpaces(text);
-        QTEST(parts, "expected");
-        QVERIFY(!parts.first().isNull() && !parts.last().isNull());
-    }
-
-    void patientNameToFirstLastName_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("expectedFirst");
-        QTest::addColumn<QString>("expectedLast");
-        QTest::newRow("two words") << u"John Doe"_s << u"John"_s << u"Doe"_s;
-        QTest::newRow("one word") << u"John"_s << u"John"_s << u""_s;
-        QTest::newRow("more words") << u"John  R Doe "_s << u"John"_s << u" R Doe "_s;
-        QTest::newRow("trailing blank") << u"John "_s << u"John"_s << u""_s;
-        QTest::newRow("empty") << u""_s << u""_s << u""_s;
-        QTest::newRow("tab") << u"John\tDoe"_s << u"John\tDoe"_s << u""_s;
-    }
-    void patientNameToFirstLastName()
-    {
-        QFETCH(QString, name);
-        QString last = u"earlier"_s;
-        StringUtility::patientNameToFirstLastName(name, name, last); // into the name itself
-        QTEST(name, "expectedFirst");
-        QTEST(last, "expectedLast");
-    }
-
-    void getPatientInitials_data()
-    {
-        QTest::addColumn<QString>("firstPart");
-        QTest::addColumn<QString>("secondPart");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("second part first") << u"Doe"_s << u"John"_s << u"JD"_s;
-        QTest::newRow("no second part") << u"Doe"_s << u""_s << u"D"_s;
-        QTest::newRow("blank") << u" Doe"_s << u"John"_s << u"J "_s;
-        QTest::newRow("combining marks") << u"e\u0301\u0323ve"_s << u"John"_s << u"Je\u0301\u0323"_s;
-        QTest::newRow("surrogate pair") << u"😀x"_s << u"𐐨y"_s << u"𐐨😀"_s;
-    }
-    void getPatientInitials()
-    {
-        QFETCH(QString, firstPart);
-        QFETCH(QString, secondPart);
-        QTEST(StringUtility::getPatientInitials(firstPart, secondPart), "expected");
-    }
-
-    void makeFirstCharacterOfPartsUpperCase_data()
-    {
-        QTest::addColumn<QList<QString>>("parts");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("none") << QList<QString>() << "";
-        QTest::newRow("null") << QList<QString>{QString()} << "";
-        QTest::newRow("two") << QList<QString>{u"john"_s, u"DOE"_s} << "John Doe";
-        QTest::newRow("empty one inside") << QList<QString>{u"a"_s, u""_s, u"b"_s} << "A  B";
-        QTest::newRow("empty ones at the ends") << QList<QString>{u""_s, u"x"_s, u""_s} << "X";
-    }
-    void makeFirstCharacterOfPartsUpperCase()
-    {
-        QFETCH(QList<QString>, parts);
-        const QString actual = StringUtility::makeFirstCharacterOfPartsUpperCase(parts);
-        QTEST(actual, "expected");
-        QVERIFY(!actual.isNull());
-    }
-
-    void saveableUIStringToMap_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<Versions>("expected"); // empty if the text is refused
-        const Versions core = {{u"core"_s, QVersionNumber(1, 2)}};
-        QTest::newRow("two") << "core 1.2 | ui 2.0" << Versions{{u"core"_s, {1, 2}}, {u"ui"_s, {2, 0}}};
-        QTest::newRow("bare bar") << "ui 2.0|core 1.2" << Versions{{u"core"_s, {1, 2}}, {u"ui"_s, {2, 0}}};
-        QTest::newRow("white space around") << "\t core 1.2 \n" << core;
-        QTest::newRow("last of a key wins") << "core 3.0 | core 1.2" << core;
-        QTest::newRow("keys by case") << "core 1.2 | Core 2.0" << Versions{{u"core"_s, {1, 2}}, {u"Core"_s, {2, 0}}};
-        QTest::newRow("more behind the number") << "core 1.2abc" << core;
-        QTest::newRow("no number") << "core abc" << Versions{{u"core"_s, {}}};
-        QTest::newRow("tab beside the blank") << "core\t 1.2" << Versions{{u"core\t"_s, {1, 2}}};
-        for (const char *text : {"", "core", "core 1 2", "my app 1.0", "core  1.2", "core\t1.0", "\"core\""}) {
-            QTest::newRow(text) << text << Versions();
-        }
-        for (const char *text : {"core 1.2 | ", "| core 1.2", "core 1.2 || ui 2", "core 1.2 | ui"}) {
-            QTest::newRow(text) << text << Versions();
-        }
-    }
-    void saveableUIStringToMap()
-    {
-        QFETCH(QString, text);
-        QFETCH(Versions, expected);
-        const QString warning =
-            u"1 default Corrupt string for stringToMap: stringMap ( %1 )"_s.arg(QDebug::toString(text));
-        const LogRecorder log;
-        const auto map = StringUtility::saveableUIStringToMap(text);
-        QCOMPARE(log.getLines(), expected.isEmpty() ? QStringList(warning) : QStringList());
-        QCOMPARE(map.hasValue(), !expected.isEmpty());
-        QCOMPARE(map.hasValue() ? map.getValue() : Versions(), expected);
-    }
-
-    void versionStringTo2Numbers_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("expectedMajor");
-        QTest::addColumn<int>("expectedMinor");
-        QTest::newRow("two numbers") << "1.2" << 1 << 2;
-        QTest::newRow("no dot") << "12" << -1 << -1;
-        QTest::newRow("empty") << "" << -1 << -1;
-        QTest::newRow("nothing behind the dot") << "1." << 1 << 0;
-        QTest::newRow("nothing before the dot") << ".5" << 0 << 5;
-        QTest::newRow("letters") << "a.b" << 0 << 0;
-        QTest::newRow("suffix") << "1.2-beta" << 1 << 0;
-        QTest::newRow("leading zero, white space, sign") << "010. -2" << 10 << -2;
-        QTest::newRow("prefix") << "0x10.2" << 0 << 2;
-        QTest::newRow("too large") << "99999999999.1" << 0 << 1;
-    }
-    void versionStringTo2Numbers()
-    {
-        QFETCH(QString, text);
-        int majorNumber = 7;
-        int minorNumber = 7;
-        StringUtility::versionStringTo2Numbers(text, majorNumber, minorNumber);
-        QTEST(majorNumber, "expectedMajor");
-        QTEST(minorNumber, "expectedMinor");
+        QCOMPARE(StringUtility::splitOnWhiteSpaces({}), QList<QString>{u""_s});
+        QCOMPARE(StringUtility::splitOnWhiteSpaces({}).first().isNull(), false);
+        QCOMPARE(StringUtility::splitOnWhiteSpaces(u" a "_s).last().isNull(), false);
+        QCOMPARE(StringUtility::makeFirstCharacterOfPartsUpperCase({}).isNull(), false);
+        QCOMPARE(StringUtility::makeFirstCharacterOfPartsUpperCase({}), u""_s);
     }
 };
 
