@@ -1,15 +1,17 @@
 #ifndef FILEDIGEST_COMMANDLINE_H
 #define FILEDIGEST_COMMANDLINE_H
 
+#include <optional>
+
 class QCommandLineParser;
 
 /** The exit code for a command line that the program does not understand. */
 constexpr int usageFailure = 2;
 
 /**
- * Parses the arguments of the application. Adds the options --help and --version, and ends the process for these two.
- * For an unknown option, prints a message and ends the process with usageFailure.
+ * Parses the arguments of the application, with the options --help and --version added. Prints the answer to these two
+ * or a message about an unknown option, and returns the exit code of the process then; otherwise nothing.
  */
-void processCommandLine(QCommandLineParser &parser);
+std::optional<int> processCommandLine(QCommandLineParser &parser);
 
 #endif

@@ -105,7 +105,9 @@ int main(int argc, char *argv[])
     const QCommandLineOption exclude(
         u"exclude"_s, u"Skips files and folders of this name in folders. Can be repeated."_s, u"name"_s);
     parser.addOption(exclude);
-    processCommandLine(parser);
+    if (const std::optional<int> exitCode = processCommandLine(parser)) {
+        return *exitCode;
+    }
 
     QStringList paths = parser.positionalArguments();
     if (paths.isEmpty()) {

@@ -20,7 +20,9 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Shows the SHA-256 digests of files as commands of a queue."_s);
     parser.addPositionalArgument(u"path"_s, u"A file or folder to add."_s, u"[path...]"_s);
-    processCommandLine(parser);
+    if (const std::optional<int> exitCode = processCommandLine(parser)) {
+        return *exitCode;
+    }
     ensureNaturalOrder();
 
     // The texts of Qt and of this program. Without a translation they stay English.

@@ -1,8 +1,0 @@
-#include "MonitorLog.h"
-
-#include <logging/CategoriesRegistry.h>
-
-Q_LOGGING_CATEGORY(monitorLog, "queuemonitor.commands")
-
-static const logging::CategoriesRegistrar monitorLogRegistrar(
-    monitorLog, logging::CategoriesRegistrySingleton::getInstance());
