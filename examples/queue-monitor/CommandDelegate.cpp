@@ -60,10 +60,8 @@ void drawBadge(QPainter *painter, const QRect &rect, const StatusLook &look)
 void drawProgress(QPainter *painter, const QRect &rect, int percent, const QStyleOptionViewItem &option)
 {
     QStyleOptionProgressBar bar;
-    bar.state = option.state | QStyle::State_Horizontal;
-    bar.direction = option.direction;
-    bar.fontMetrics = option.fontMetrics;
-    bar.palette = option.palette;
+    bar.initFrom(option.widget);
+    bar.state |= QStyle::State_Horizontal;
     // Styles derive the frame from the window's colour, which can be lost on a dark base.
     bar.palette.setColor(
         QPalette::Window, ColorUtil::interpolate(bar.palette.text().color(), bar.palette.base().color(), frameShare));
@@ -100,21 +98,21 @@ void CommandDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     titleFont.setStrikeOut(status == CommandData::CANCELLED);
     QFont digestFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     digestFont.setPointSizeF(option.font.pointSizeF());
-    const auto draw = [&](const QRect &rect, int role, const QColor &color, const QFont &font) {
+    const auto draw = [painter](const QRect &rect, const QString &content, const QColor &color, const QFont &font) {
         painter->setFont(font);
         painter->setPen(color);
-        const QString shown = QFontMetrics(font).elidedText(index.data(role).toString(), Qt::ElideMiddle, rect.width());
+        const QString shown = QFontMetrics(font).elidedText(content, Qt::ElideMiddle, rect.width());
         painter->drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
     };
 
     painter->save();
     option.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
-    draw(layout.title, Qt::DisplayRole, status == CommandData::CANCELLED ? dimmed : text, titleFont);
+    draw(layout.title, index.data().toString(), status == CommandData::CANCELLED ? dimmed : text, titleFont);
     draw(layout.detail,
-        CommandListModel::DetailRole,
+        index.data(CommandListModel::DetailRole).toString(),
         status == CommandData::ERR ? statusText : dimmed,
         hasDigest ? digestFont : option.font);
-    draw(layout.status, CommandListModel::StatusNameRole, statusText, option.font);
+    draw(layout.status, look.name, statusText, option.font);
     if (isRunning) {
         drawProgress(painter, layout.progress, index.data(CommandListModel::ProgressRole).toInt(), option);
     }

@@ -1,10 +1,12 @@
 #include "CommandListModel.h"
 
 #include "DigestCommandData.h"
-#include "MonitorLog.h"
 #include "StatusLook.h"
 
 #include <commands/CommandQueue.h>
+#include <logging/CategoriesRegistry.h>
+
+#include <QLoggingCategory>
 
 #include <algorithm>
 
@@ -14,6 +16,11 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto refreshDelay = 40ms; // what the eye takes for at once
+
+// Each change of a command's status, at debug level.
+Q_LOGGING_CATEGORY(monitorLog, "queuemonitor.commands")
+const logging::CategoriesRegistrar monitorLogRegistrar(monitorLog, logging::CategoriesRegistrySingleton::getInstance());
+
 } // namespace
 
 CommandListModel::CommandListModel()
@@ -119,8 +126,6 @@ QVariant CommandListModel::data(const QModelIndex &index, int role) const
             .arg(detailOf(row));
     case StatusRole:
         return static_cast<int>(row.status);
-    case StatusNameRole:
-        return lookOf(row.status).name;
     case ProgressRole:
         return progressOf(row);
     case DetailRole:
@@ -156,15 +161,11 @@ void CommandListModel::refresh()
 {
     std::vector<int> indexes = std::move(outdatedRows);
     outdatedRows.clear();
-    std::sort(indexes.begin(), indexes.end());
     for (const int index : indexes) {
         update(rows[static_cast<std::size_t>(index)]);
     }
-    for (std::size_t first = 0, last = 0; first < indexes.size(); first = ++last) {
-        while (last + 1 < indexes.size() && indexes[last + 1] == indexes[last] + 1) {
-            ++last;
-        }
-        Q_EMIT dataChanged(index(indexes[first]), index(indexes[last]));
+    if (const auto [first, last] = std::minmax_element(indexes.begin(), indexes.end()); first != indexes.end()) {
+        Q_EMIT dataChanged(index(*first), index(*last));
     }
     Q_EMIT refreshed();
 }
@@ -188,6 +189,7 @@ void CommandListModel::update(Row &row)
 
 void CommandListModel::count(const Row &row, int sign)
 {
+    summary.unanswered += row.status == CommandData::REQUIRE_USER_ACTION ? sign : 0;
     if (!row.digest) {
         return;
     }

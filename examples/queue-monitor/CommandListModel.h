@@ -37,19 +37,19 @@ public:
     /** The roles of a row besides DisplayRole, its title. */
     enum Role {
         StatusRole = Qt::UserRole, ///< CommandData::Status as int
-        StatusNameRole, ///< the name of the status
         ProgressRole, ///< how much of the work is done, in percent
         DetailRole, ///< the error message and the path, the digest, or the path
         DigestRole ///< the digest in hexadecimal digits, empty if there is none
     };
 
-    /** Counts of the rows with digests of files. */
+    /** Counts of the rows, except for `unanswered` of those with digests of files. */
     struct Summary
     {
         int digests = 0; ///< all of them
         int finished = 0;
         int failed = 0;
         int cancelled = 0;
+        int unanswered = 0; ///< rows whose command needs an answer
         qint64 digestedBytes = 0;
         qint64 remainingBytes = 0; ///< of the commands that have not ended
     };
@@ -75,7 +75,7 @@ public:
     /** Returns how many commands are listed by a queue or about to be. */
     qsizetype getListedCount() const;
 
-    /** Returns the counts of all rows with digests of files, as they are shown. */
+    /** Returns the counts of all rows, as they are shown. */
     const Summary &getSummary() const;
 
     /** Returns whether a command with @p status is done with, successfully or not. */

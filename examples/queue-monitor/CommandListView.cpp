@@ -2,13 +2,6 @@
 
 #include <QPainter>
 
-CommandListView::CommandListView(QWidget *parent)
-    : QListView(parent)
-{
-    setUniformItemSizes(true);
-    setSelectionMode(ExtendedSelection);
-}
-
 void CommandListView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles)
 {
     // QListView would measure every row again. Here the height never changes.

@@ -13,8 +13,6 @@ class CommandListView : public QListView
     Q_OBJECT
 
 public:
-    explicit CommandListView(QWidget *parent = nullptr);
-
     /** Repaints the visible part of the change, without a new layout. */
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
 

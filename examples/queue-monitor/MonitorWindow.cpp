@@ -3,12 +3,13 @@
 #include "CommandDelegate.h"
 #include "CommandListView.h"
 #include "FolderListing.h"
-#include "LogMenu.h"
 #include "SaveCommandData.h"
 #include "SelectionMenu.h"
 #include "StatusPanel.h"
 
 #include <conversions/StringConversions.h>
+#include <logging/CategoriesRegistry.h>
+#include <logging/FilterConstruction.h>
 #include <strings/NaturalSort.h>
 #include <strings/StringUtility.h>
 
@@ -16,13 +17,13 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QLoggingCategory>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
-#include <QStatusBar>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
@@ -41,61 +42,57 @@ MonitorWindow::MonitorWindow(QWidget *parent)
     setWindowTitle(tr("Queue monitor"));
     setMinimumSize(leastSize);
     setAcceptDrops(true);
-    makeActions();
     makeList();
     makeMenus();
     makeToolBar();
     statusPanel = new StatusPanel(this);
-    statusBar()->addWidget(statusPanel, 1);
+    setStatusBar(statusPanel);
     connect(&controller, &QueueController::stateChanged, this, &MonitorWindow::showState);
     connect(&controller, &QueueController::answerNeeded, this, &MonitorWindow::askToOverwrite);
     restorePlace();
     showState();
 }
 
-MonitorWindow::~MonitorWindow()
-{
-    delete list; // before the model that it shows
-}
-
-template <typename Receiver>
-QAction *MonitorWindow::makeAction(
-    const QString &text, const QKeySequence &shortcut, Receiver *receiver, void (Receiver::*slot)())
-{
-    auto *const action = new QAction(text, this);
-    action->setShortcut(shortcut);
-    action->setToolTip(u"%1 (%2)"_s.arg(action->iconText(), shortcut.toString(QKeySequence::NativeText)));
-    connect(action, &QAction::triggered, receiver, slot);
-    return action;
-}
-
-void MonitorWindow::makeActions()
-{
-    using Window = MonitorWindow;
-    using Queue = QueueController;
-    addFilesAction = makeAction(tr("Add &Files..."), QKeySequence::Open, this, &Window::askForFiles);
-    addFolderAction = makeAction(tr("Add F&older..."), tr("Ctrl+Shift+O"), this, &Window::askForFolder);
-    saveAction = makeAction(tr("&Save Digests..."), QKeySequence::Save, this, &Window::askForTarget);
-    clearAction = makeAction(tr("C&lear List"), tr("Ctrl+Shift+Del"), &controller.getModel(), &CommandListModel::clear);
-    // At most one of these two is enabled.
-    pauseAction = makeAction(tr("&Pause"), Qt::Key_Pause, &controller, &Queue::pause);
-    goOnAction = makeAction(tr("&Go On"), Qt::Key_Pause, &controller, &Queue::goOn);
-    stopAction = makeAction(tr("S&top..."), QKeySequence::Cancel, this, &Window::askToStop);
-}
-
 void MonitorWindow::makeMenus()
 {
-    QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
-    fileMenu->addActions({addFilesAction, addFolderAction, saveAction, clearAction});
-    fileMenu->addSeparator();
-    fileMenu->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close)->setMenuRole(QAction::QuitRole);
+    using Window = MonitorWindow;
+    QMenu *const files = menuBar()->addMenu(tr("&File"));
+    addFilesAction = files->addAction(tr("Add &Files..."), QKeySequence::Open, this, &Window::askForFiles);
+    addFolderAction = files->addAction(tr("Add F&older..."), tr("Ctrl+Shift+O"), this, &Window::askForFolder);
+    saveAction = files->addAction(tr("&Save Digests..."), QKeySequence::Save, this, &Window::askForTarget);
+    clearAction = files->addAction(tr("C&lear List"), tr("Ctrl+Shift+Del"));
+    connect(clearAction, &QAction::triggered, &controller.getModel(), &CommandListModel::clear);
+    files->addSeparator();
+    files->addAction(tr("&Quit"), QKeySequence::Quit, this, &Window::close)->setMenuRole(QAction::QuitRole);
     menuBar()->addMenu(new SelectionMenu(list, controller, this));
-    QMenu *const queueMenu = menuBar()->addMenu(tr("&Queue"));
-    queueMenu->addActions({pauseAction, goOnAction});
-    queueMenu->addSeparator();
-    queueMenu->addAction(stopAction);
-    menuBar()->addMenu(new LogMenu(this));
+    QMenu *const queue = menuBar()->addMenu(tr("&Queue"));
+    // At most one of these two is enabled.
+    pauseAction = queue->addAction(tr("&Pause"), Qt::Key_Pause, &controller, &QueueController::pause);
+    goOnAction = queue->addAction(tr("&Go On"), Qt::Key_Pause, &controller, &QueueController::goOn);
+    queue->addSeparator();
+    stopAction = queue->addAction(tr("S&top..."), QKeySequence::Cancel, this, &Window::askToStop);
+    makeLogMenu();
     makeHelpMenu();
+}
+
+// Switches the debug lines of each registered category, which the default filter leaves out.
+void MonitorWindow::makeLogMenu()
+{
+    QMenu *const menu = menuBar()->addMenu(tr("&Log"));
+    const auto applyFilter = [menu] {
+        QStringList rules{logging::getDefaultApplicationFilter()};
+        for (const QAction *const action : menu->actions()) {
+            rules.append(logging::getFilterConstructionSubstring(
+                action->data().toString(), action->isChecked(), utility::Optional<QtMsgType>(QtDebugMsg)));
+        }
+        QLoggingCategory::setFilterRules(rules.join(u'\n'));
+    };
+    for (const QString &category : logging::CategoriesRegistrySingleton::getInstance().getCategories()) {
+        QAction *const action = menu->addAction(tr("&Debug lines of %1").arg(category), applyFilter);
+        action->setData(category);
+        action->setCheckable(true);
+    }
+    applyFilter();
 }
 
 void MonitorWindow::makeHelpMenu()
@@ -125,13 +122,16 @@ void MonitorWindow::makeToolBar()
     toolBar->addSeparator();
     toolBar->addAction(stopAction);
     for (QAction *const action : toolBar->actions()) {
+        action->setToolTip(u"%1 (%2)"_s.arg(action->iconText(), action->shortcut().toString(QKeySequence::NativeText)));
         toolBar->widgetForAction(action)->setFocusPolicy(action->isSeparator() ? Qt::NoFocus : Qt::TabFocus);
     }
 }
 
 void MonitorWindow::makeList()
 {
-    list = new CommandListView(this);
+    list = new CommandListView;
+    list->setUniformItemSizes(true);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setAccessibleName(tr("Commands"));
     list->setItemDelegate(new CommandDelegate(list));
     list->setModel(&controller.getModel());
@@ -187,45 +187,34 @@ void MonitorWindow::addPaths(QStringList paths)
     }
 }
 
-QFileDialog *MonitorWindow::makeFileDialog(const QString &title)
-{
-    auto *const dialog = new QFileDialog(this, title);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    return dialog;
-}
-
 void MonitorWindow::askForFiles()
 {
-    QFileDialog *const dialog = makeFileDialog(tr("Add Files"));
-    dialog->setFileMode(QFileDialog::ExistingFiles);
-    connect(dialog, &QFileDialog::filesSelected, this, &MonitorWindow::addPaths);
-    dialog->open();
+    addPaths(QFileDialog::getOpenFileNames(this, tr("Add Files")));
 }
 
 void MonitorWindow::askForFolder()
 {
-    QFileDialog *const dialog = makeFileDialog(tr("Add Folder"));
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
-    connect(dialog, &QFileDialog::filesSelected, this, &MonitorWindow::addPaths);
-    dialog->open();
+    const QString folder = QFileDialog::getExistingDirectory(this, tr("Add Folder"));
+    if (!folder.isEmpty()) {
+        addPaths({folder});
+    }
 }
 
 void MonitorWindow::askForTarget()
 {
-    QFileDialog *const dialog = makeFileDialog(tr("Save Digests"));
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setOption(QFileDialog::DontConfirmOverwrite); // askToOverwrite() does
-    dialog->selectFile(StringUtility::stringToSafeFileName(dialog->directory().dirName()) + ".sha256"_L1);
-    connect(dialog, &QFileDialog::fileSelected, &controller, &QueueController::saveDigests);
-    dialog->open();
+    const QString name = StringUtility::stringToSafeFileName(QDir::current().dirName()) + ".sha256"_L1;
+    const QString target = QFileDialog::getSaveFileName(
+        this, tr("Save Digests"), name, {}, nullptr, QFileDialog::DontConfirmOverwrite); // askToOverwrite() does
+    if (!target.isEmpty()) {
+        controller.saveDigests(target);
+    }
 }
 
 void MonitorWindow::askToOverwrite(SaveCommandData *record)
 {
     auto *const box = new QMessageBox(QMessageBox::Question,
         tr("Save Digests"),
-        tr("%1 exists. Overwrite it?").arg(QFileInfo(record->getTarget()).fileName()),
+        tr("%1 exists. Overwrite it?").arg(QFileInfo(record->getDescription()).fileName()),
         QMessageBox::Yes | QMessageBox::No,
         this);
     box->setAttribute(Qt::WA_DeleteOnClose);

@@ -6,7 +6,6 @@
 #include <QMainWindow>
 
 class CommandListView;
-class QFileDialog;
 class StatusPanel;
 
 /**
@@ -20,7 +19,6 @@ class MonitorWindow : public QMainWindow
 
 public:
     explicit MonitorWindow(QWidget *parent = nullptr);
-    ~MonitorWindow() override;
 
     /** Queues the files among @p paths and those in the folders among them, in natural order. */
     void addPaths(QStringList paths);
@@ -31,15 +29,11 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    template <typename Receiver>
-    QAction *makeAction(
-        const QString &text, const QKeySequence &shortcut, Receiver *receiver, void (Receiver::*slot)());
-    void makeActions();
     void makeMenus();
     void makeToolBar();
     void makeList();
+    void makeLogMenu();
     void makeHelpMenu();
-    QFileDialog *makeFileDialog(const QString &title);
     void restorePlace();
 
     void askForFiles();
@@ -47,8 +41,6 @@ private:
     void askForTarget();
     void askToOverwrite(SaveCommandData *record);
     void askToStop();
-    void showHelp();
-    void showAbout();
     void showState();
 
     QueueController controller;

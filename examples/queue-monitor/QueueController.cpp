@@ -122,7 +122,7 @@ void QueueController::cancel(const std::vector<CommandData *> &records)
 void QueueController::tryAgain(const std::vector<CommandData *> &records)
 {
     for (CommandData *const record : records) {
-        if (record->getStatus() == CommandData::FINISHED || model.isListed(record->getReference())) {
+        if (isStopping || record->getStatus() == CommandData::FINISHED || model.isListed(record->getReference())) {
             continue;
         }
         model.relist(record);

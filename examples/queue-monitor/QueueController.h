@@ -42,7 +42,7 @@ public:
     /** Cancels the commands of these records, except for those that have ended. */
     void cancel(const std::vector<CommandData *> &records);
 
-    /** Queues these records again, except for those that are queued or have finished. */
+    /** Queues these records again, except for those that are queued or have finished. Does nothing while stopping. */
     void tryAgain(const std::vector<CommandData *> &records);
 
     /** Lets the command of @p record overwrite its target or cancels it. Does nothing if it needs no answer. */

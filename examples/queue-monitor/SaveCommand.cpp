@@ -39,11 +39,11 @@ bool SaveCommand::isFinished()
 
 void SaveCommand::handleExecute()
 {
-    if (!data->isOverwritingAllowed() && QFileInfo::exists(data->getTarget())) {
+    if (!data->isOverwritingAllowed() && QFileInfo::exists(data->getDescription())) {
         fail(QFileDevice::OpenError, tr("A file of this name has come to exist."));
         return;
     }
-    QSaveFile file(data->getTarget());
+    QSaveFile file(data->getDescription());
     if (!file.open(QIODevice::WriteOnly)) {
         fail(file.error(), file.errorString());
         return;

@@ -19,14 +19,9 @@ void SaveCommandData::checkTarget()
     }
 }
 
-const QString &SaveCommandData::getTarget() const
-{
-    return target;
-}
-
 QString SaveCommandData::getDescription() const
 {
-    return getTarget();
+    return target;
 }
 
 QString SaveCommandData::getTitle() const

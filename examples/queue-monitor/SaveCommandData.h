@@ -17,8 +17,6 @@ public:
     explicit SaveCommandData(const QString &target);
 
     /** Returns the path of the file to write. */
-    const QString &getTarget() const;
-
     QString getDescription() const override;
     QString getTitle() const override;
     QString getTypeName() const override;

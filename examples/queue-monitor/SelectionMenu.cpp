@@ -16,19 +16,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool hasDigest(const CommandData &record)
+bool hasDigest(const CommandData *record)
 {
-    return record.getStatus() == CommandData::FINISHED && qobject_cast<const DigestCommandData *>(&record);
+    return record->getStatus() == CommandData::FINISHED && qobject_cast<const DigestCommandData *>(record);
 }
 
-bool canBeTriedAgain(const CommandData &record)
+bool canBeTriedAgain(const CommandData *record)
 {
-    return record.getStatus() == CommandData::ERR || record.getStatus() == CommandData::CANCELLED;
+    return record->getStatus() == CommandData::ERR || record->getStatus() == CommandData::CANCELLED;
 }
 
-bool canBeCancelled(const CommandData &record)
+bool canBeCancelled(const CommandData *record)
 {
-    return !CommandListModel::hasEnded(record.getStatus());
+    return !CommandListModel::hasEnded(record->getStatus());
 }
 
 void copy(const std::vector<CommandData *> &records, bool withNames)
@@ -52,13 +52,11 @@ SelectionMenu::SelectionMenu(QAbstractItemView *list, QueueController &controlle
     : QMenu(tr("&Edit"), parent)
     , controller(controller)
 {
-    const auto isAny = [](const CommandData &) { return true; };
-    const auto copyAll = [](const Records &records) { copy(records, true); };
-    const auto copyDigests = [](const Records &records) { copy(records, false); };
+    const auto isAny = [](const CommandData *) { return true; };
     const auto tryAgain = [&controller](const Records &records) { controller.tryAgain(records); };
     const auto cancel = [&controller](const Records &records) { controller.cancel(records); };
-    add(tr("&Copy"), QKeySequence::Copy, hasDigest, copyAll);
-    add(tr("Copy &Digest"), tr("Ctrl+Shift+C"), hasDigest, copyDigests);
+    add(tr("&Copy"), QKeySequence::Copy, hasDigest, [](const Records &records) { copy(records, true); });
+    add(tr("Copy &Digest"), tr("Ctrl+Shift+C"), hasDigest, [](const Records &records) { copy(records, false); });
     add(tr("&Open Folder"), {}, isAny, openFolder);
     add(tr("&Try Again"), QKeySequence::Refresh, canBeTriedAgain, tryAgain);
     add(tr("C&ancel Selected"), QKeySequence::Delete, canBeCancelled, cancel);
@@ -74,11 +72,7 @@ void SelectionMenu::add(const QString &text, const QKeySequence &shortcut, Predi
 {
     const auto records = [this, isFor] {
         Records matching;
-        for (CommandData *const record : selected) {
-            if (isFor(*record)) {
-                matching.push_back(record);
-            }
-        }
+        std::copy_if(selected.begin(), selected.end(), std::back_inserter(matching), isFor);
         return matching;
     };
     recordsOfActions.emplace_back(records);

@@ -20,7 +20,7 @@ public:
 
 private:
     using Records = std::vector<CommandData *>;
-    using Predicate = bool (*)(const CommandData &);
+    using Predicate = bool (*)(const CommandData *);
     using Operation = std::function<void(const Records &)>;
 
     void add(const QString &text, const QKeySequence &shortcut, Predicate isFor, const Operation &perform);

@@ -2,38 +2,31 @@
 
 #include <numerics/ColorUtil.h>
 
-#include <QCoreApplication>
-
 namespace {
 
 constexpr float lightShare = 0.3F; // taken off the value on a light base
 constexpr double darkShare = 0.55; // of the hue in a mix with white on a dark base
 constexpr double backgroundShare = 0.15; // of the hue in a mix with the base
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("StatusLook", text);
-}
-
 StatusLook plainLookOf(CommandData::Status status)
 {
     switch (status) {
     case CommandData::PROCESSING:
-        return {tr(QT_TRANSLATE_NOOP("StatusLook", "Running")), u'\u25ba', QColor(0x1f, 0x78, 0xe0), {}};
+        return {StatusLook::tr("Running"), u'\u25ba', QColor(0x1f, 0x78, 0xe0), {}};
     case CommandData::FINISHED:
-        return {tr(QT_TRANSLATE_NOOP("StatusLook", "Finished")), u'\u2713', QColor(0x1e, 0x9e, 0x48), {}};
+        return {StatusLook::tr("Finished"), u'\u2713', QColor(0x1e, 0x9e, 0x48), {}};
     case CommandData::CANCELLED:
-        return {tr(QT_TRANSLATE_NOOP("StatusLook", "Cancelled")), u'\u00d7', QColor(0x88, 0x8c, 0x94), {}};
+        return {StatusLook::tr("Cancelled"), u'\u00d7', QColor(0x88, 0x8c, 0x94), {}};
     case CommandData::ERR:
-        return {tr(QT_TRANSLATE_NOOP("StatusLook", "Failed")), u'!', QColor(0xe0, 0x2a, 0x2a), {}};
+        return {StatusLook::tr("Failed"), u'!', QColor(0xe0, 0x2a, 0x2a), {}};
     case CommandData::REQUIRE_USER_ACTION:
-        return {tr(QT_TRANSLATE_NOOP("StatusLook", "Needs your answer")), u'?', QColor(0xe0, 0x7a, 0x00), {}};
+        return {StatusLook::tr("Needs your answer"), u'?', QColor(0xe0, 0x7a, 0x00), {}};
     case CommandData::QUEUEING:
     case CommandData::PAUSED:
     case CommandData::OTHER:
         break;
     }
-    return {tr(QT_TRANSLATE_NOOP("StatusLook", "Waiting")), u'\u2026', QColor(0x8e, 0x4f, 0xd0), {}};
+    return {StatusLook::tr("Waiting"), u'\u2026', QColor(0x8e, 0x4f, 0xd0), {}};
 }
 
 } // namespace

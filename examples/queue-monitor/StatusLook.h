@@ -4,11 +4,15 @@
 #include <commands/CommandData.h>
 
 #include <QColor>
+#include <QCoreApplication>
 #include <QPalette>
 
 /** How a list shows a status. */
 struct StatusLook
 {
+    Q_DECLARE_TR_FUNCTIONS(StatusLook)
+
+public:
     QString name; ///< in the user's language
     QChar glyph;
     QColor color; ///< for text on the base colour of the palette

@@ -1,6 +1,5 @@
 #include "StatusPanel.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QPainter>
@@ -33,23 +32,21 @@ protected:
 } // namespace
 
 StatusPanel::StatusPanel(QWidget *parent)
-    : QWidget(parent)
+    : QStatusBar(parent)
     , label(new ElidedLabel(this))
     , bar(new QProgressBar(this))
 {
     label->setMinimumWidth(1); // not that of the text
     bar->setFixedWidth(barWidth);
-    auto *const layout = new QHBoxLayout(this);
-    layout->setContentsMargins({});
-    layout->addWidget(label, 1);
-    layout->addWidget(bar);
+    addWidget(label, 1);
+    addPermanentWidget(bar);
 }
 
 void StatusPanel::update(QueueController &controller)
 {
     const State state = controller.getState();
     const CommandListModel::Summary &summary = controller.getModel().getSummary();
-    if (state != State::Running || !sinceStart.isValid()) {
+    if (state != State::Running || summary.unanswered > 0 || !sinceStart.isValid()) {
         startBytes = summary.digestedBytes;
         sinceStart.start();
     }
@@ -63,7 +60,8 @@ void StatusPanel::update(QueueController &controller)
 QString StatusPanel::describe(State state, const CommandListModel::Summary &summary) const
 {
     const QString states[] = {tr("Idle"), tr("Running"), tr("Paused"), tr("Stopping")}; // as QueueController::State
-    QStringList parts{states[static_cast<int>(state)]};
+    const bool isWaiting = summary.unanswered > 0 && state != State::Stopping;
+    QStringList parts{isWaiting ? tr("Waiting for your answer") : states[static_cast<int>(state)]};
     if (summary.digests > 0) {
         parts += tr("%1 of %2 files finished").arg(summary.finished).arg(summary.digests);
     }

@@ -4,13 +4,13 @@
 #include "QueueController.h"
 
 #include <QElapsedTimer>
-#include <QWidget>
+#include <QStatusBar>
 
 class QLabel;
 class QProgressBar;
 
-/** @brief Shows the state of a QueueController in a status bar: counts, overall progress, rate and time left. */
-class StatusPanel : public QWidget
+/** @brief A status bar with the state of a QueueController: counts, overall progress, rate and time left. */
+class StatusPanel : public QStatusBar
 {
     Q_OBJECT
 

@@ -9,7 +9,7 @@
     </message>
 </context>
 <context>
-    <name>LogMenu</name>
+    <name>MonitorWindow</name>
     <message>
         <source>&amp;Log</source>
         <translation>&amp;Protokoll</translation>
@@ -18,9 +18,6 @@
         <source>&amp;Debug lines of %1</source>
         <translation>&amp;Debug-Zeilen von %1</translation>
     </message>
-</context>
-<context>
-    <name>MonitorWindow</name>
     <message>
         <source>Queue monitor</source>
         <translation>Warteschlange</translation>
@@ -180,7 +177,38 @@ Prüfsummen speichern schreibt eine Datei, die sha256sum -c prüft.</translation
     </message>
 </context>
 <context>
+    <name>StatusLook</name>
+    <message>
+        <source>Running</source>
+        <translation>Läuft</translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Abgebrochen</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Needs your answer</source>
+        <translation>Braucht Antwort</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>Wartet</translation>
+    </message>
+</context>
+<context>
     <name>StatusPanel</name>
+    <message>
+        <source>Waiting for your answer</source>
+        <translation>Wartet auf Ihre Antwort</translation>
+    </message>
     <message>
         <source>Idle</source>
         <translation>Bereit</translation>

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int deadline = 60000; // milliseconds; for a hang, not for slowness
-constexpr qint64 endless = Q_INT64_C(1) << 36; // bytes of a sparse file that takes minutes to digest
+constexpr qint64 endless = Q_INT64_C(1) << 33; // bytes of a file that takes seconds to digest
 
 void writeFile(const QString &path, const QByteArray &content, qint64 size = -1)
 {
