@@ -78,7 +78,8 @@ void DigestCommand::digest(QFile &file)
 void DigestCommand::fail(const QFile &file)
 {
     hash.reset();
-    // The code first, since the message is logged together with it.
-    setError(file.error());
+    // The code first, since the message is logged with it; the status last, since its listeners read both.
+    data->setErrorCode(file.error());
     data->setErrorMessage(file.errorString());
+    setError(file.error());
 }

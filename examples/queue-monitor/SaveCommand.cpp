@@ -74,7 +74,8 @@ bool SaveCommand::writeLines(QSaveFile &file) const
 
 void SaveCommand::fail(int code, const QString &message)
 {
-    // The code first, since the message is logged together with it.
-    setError(code);
+    // The code first, since the message is logged with it; the status last, since its listeners read both.
+    data->setErrorCode(code);
     data->setErrorMessage(message);
+    setError(code);
 }
