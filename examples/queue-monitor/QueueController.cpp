@@ -72,8 +72,8 @@ QSharedPointer<Command> QueueController::makeSaveCommand(SaveCommandData *record
 {
     std::vector<const DigestCommandData *> digests;
     for (int row = 0; row < model.rowCount(); ++row) {
-        if (const auto *const digest = qobject_cast<const DigestCommandData *>(model.getRecord(row))) {
-            digests.push_back(digest);
+        if (const auto *const data = qobject_cast<const DigestCommandData *>(model.getRecord(row))) {
+            digests.push_back(data);
         }
     }
     return QSharedPointer<SaveCommand>::create(record, std::move(digests));
