@@ -17,14 +17,14 @@ class DigestCommandData;
 /**
  * @brief Lists commands by their records, which it owns, while they wait, run, and have left the queue.
  *
- * A row shows the record as it stood at the last refresh. Signals of the queue and the records only note which rows are
- * out of date; a refresh follows within a frame or two, reads each of these once and reports neighbours together. So
- * the cost of showing follows the frames and not the signals, of which a fast queue emits a hundred thousand a second.
+ * A row shows the state of the record at the last refresh. Signals of the queue and the records only mark rows as out
+ * of date; a refresh follows within a frame or two and reads each marked row once. So the cost depends on the number of
+ * frames, not on the number of signals: a fast queue emits a hundred thousand in a second.
  *
- * Ownership: a queued signal arrives when the queue has gone on and the command, as a rule, is gone; what it names is
- * the record. So an object of this class is created before the queue and destroyed after it, and records go in between
- * only by clear(), when the queue has let go of all of them. The signals that this class listens to name a record for
- * the last time when they report its removal; commandFinished(), which can come later, is none of them.
+ * Ownership: a queued signal names the record and may arrive when the command is already destroyed. So create an object
+ * of this class before the queue and destroy it after the queue. In between, only clear() destroys records, when the
+ * queue lists none of their commands. This class listens to no signal that names a record after its removal: it does
+ * not use commandFinished().
  *
  * Threads: everything here happens on the thread that created the object. All connections are queued, so no slot runs
  * on the worker, nor with the queue's lock held.
@@ -88,7 +88,7 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
 
 Q_SIGNALS:
-    /** Rows have come, gone or changed. Once a refresh, whatever the number of rows. */
+    /** Rows were added, removed or changed. Emitted once for each refresh. */
     void refreshed();
 
 private:

@@ -178,8 +178,8 @@ void QueueController::renewWorker()
     Q_EMIT stateChanged();
 }
 
-// A command that is added while the queue waits makes it ask again. If the question is answered by now, this pause may
-// have voided the wake-up that came with the answer.
+// A command that is added while the queue waits makes it ask again. If the question has been answered already, this
+// pause may have voided the wake-up of the answer.
 void QueueController::restartIfAnswered(const CommandData *record)
 {
     if (record->getStatus() != CommandData::REQUIRE_USER_ACTION) {

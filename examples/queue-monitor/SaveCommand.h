@@ -12,8 +12,9 @@ class SaveCommandData;
 /**
  * @brief Writes the digests of the files that are finished by then to a file that `sha256sum -c` reads.
  *
- * The file is complete or not written at all: a cancel counts at the next line and leaves what was there. A file that
- * has come to stand there unasked is an error, like one that cannot be written. A pause does not interrupt the command.
+ * The file is complete or not written at all: a cancel counts at the next line and keeps the previous file. If
+ * another file has been created there in the meantime, that is an error, as if it cannot be written. A pause does not
+ * interrupt the command.
  */
 class SaveCommand : public Command
 {
