@@ -2,6 +2,8 @@
 
 #include "CommandData.h"
 
+#include <QtGlobal>
+
 Command::Command(CommandData *commandData)
     : commandData(commandData)
 {

@@ -25,7 +25,7 @@ class CommandData;
  * record only if nothing uses the record after the command. The QObject parent is null.
  *
  * Threads: cancel(), pause(), resume(), isCancelled() and isPaused() may be called on any thread, also while
- * handleExecute() runs on another. A hook runs on the thread that calls the operation behind it. A queue calls
+ * handleExecute() runs on another. A hook runs on the thread that calls the corresponding operation. A queue calls
  * handleCancel() and handlePause() with its lock held, so they must not wait for the thread that drives the queue.
  */
 class TARNWICK_EXPORT Command : public QObject
@@ -62,7 +62,7 @@ public:
     /** Returns the record. Must not be null for a command that is passed to a queue; asserted in Debug builds. */
     virtual CommandData *getCommandData();
 
-    /** Clears the pause flag and calls handleExecute(), also for a cancelled command. */
+    /** Clears the pause flag and calls handleExecute(), even if the command is cancelled. */
     void execute();
 
     /** Sets the cancelled flag, which nothing clears, and calls handleCancel(). Every call does both. */

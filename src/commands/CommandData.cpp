@@ -74,7 +74,7 @@ void CommandData::setErrorMessage(QString message)
         const QMutexLocker lock(&errorMessageMutex);
         errorMessage = message;
     }
-    // Chained on purpose: place markers in the description are substituted, too.
+    // Chained arg() calls are intended: they also substitute place markers in the description.
     // clazy:excludeall=qstring-arg
     QString text = u"CommandData failed: Error for: %1, error message: %2"_s.arg(getDescription()).arg(message);
     if (const int code = getErrorCode(); code != 0) {

@@ -6,11 +6,12 @@
 #include <QMutex>
 #include <QObject>
 #include <QString>
+#include <QtGlobal>
 
 #include <atomic>
 
 /**
- * @brief The observable record of one command: its reference, status, error code and error message.
+ * @brief The record of a command: reference, status, error code and error message, with signals that report changes.
  *
  * Listeners of a CommandQueue follow a command through its record: the signals of the queue that concern a command
  * carry it, except for CommandQueue::commandAdded. Each kind of command has its own subclass.
@@ -34,14 +35,14 @@ public:
         CANCELLED = 3, ///< Was cancelled; set by the queue.
         ERR = 4, ///< Has failed; set by Command::setError().
         OTHER = 5, ///< Initial value, until a queue sets another.
-        REQUIRE_USER_ACTION = 6, ///< Waits for a decision; set by commands and clients. The queue pauses itself at it.
+        REQUIRE_USER_ACTION = 6, ///< Waits for a decision; set by commands and clients. Makes the queue pause itself.
         PAUSED = 7 ///< Set by commands and clients; ignored by the queue.
     };
     Q_ENUM(Status)
 
     /**
      * An error code for failures that are worth a retry. A convention between commands and clients: the library
-     * compares no code with it. To retry, override CommandQueue::handleCommandInError().
+     * does not use it. To retry, override CommandQueue::handleCommandInError().
      */
     static const int RETRY_ERROR_CODE = -1;
 
@@ -76,7 +77,7 @@ public:
     /** Returns the error code; 0 if there is none. The library never resets it. */
     int getErrorCode() const;
 
-    /** Returns the text that names the command in the log line of setErrorMessage(). */
+    /** Returns the description that setErrorMessage() logs. */
     virtual QString getDescription() const = 0;
 
     /** Stores @p code. Emits and logs nothing, and does not change the status; see Command::setError(). */
@@ -97,7 +98,7 @@ public:
      * emits nothing.
      *
      * The description is substituted first, then the message into the result: a "%2" in the description is replaced,
-     * too. No lock is held while getDescription() and the message handler run.
+     * too. Holds no lock while it calls getDescription() and the message handler.
      */
     void setErrorMessage(QString message);
 

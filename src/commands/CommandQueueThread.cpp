@@ -1,5 +1,11 @@
 #include "CommandQueueThread.h"
 
+#include "Command.h"
+
+#include <QList>
+#include <QSharedPointer>
+#include <QString>
+
 #include <algorithm>
 #include <utility>
 
@@ -7,19 +13,20 @@ using namespace Qt::StringLiterals;
 
 // The wake-up protocol.
 //
-// No wake-up is lost. wakeUp() stores pendingWakeUp under wakeUpMutex and notifies after that; the worker tests
-// pendingWakeUp and goes to sleep under the same mutex. So either the test sees the wake-up, or the notification finds
-// the worker asleep. The worker takes the pending wake-up before it calls process(): a later one stays pending for the
-// next.
+// No wake-up is lost. wakeUp() stores pendingWakeUp under wakeUpMutex and then notifies. The worker locks the same
+// mutex to test pendingWakeUp and to go to sleep. So either the test sees the wake-up, or the notification finds the
+// worker asleep. The worker takes the pending wake-up before it calls process(): a later one stays pending for the next
+// call.
 //
-// No stale wake-up ends a pause. Each wake-up carries the queue's pause count at its time, and a run begins only if,
-// under the queue's mutex, the count is still the same. A pause in between, also that of a command which requires user
-// action or of stop(), changes the count and so voids the wake-up. Of several pending wake-ups the one with the highest
-// count is kept: it is the latest, and it is valid if any is. A wake-up that an earlier run has already served costs
-// one more look at the list; that look starts nothing that a new wake-up would not start.
+// No stale wake-up ends a pause. Each wake-up carries the queue's pause count at the time of the wake-up, and a run
+// begins only if, under the queue's mutex, the count is still the same. Any pause in between changes the count and so
+// voids the wake-up, including a pause by stop() or by a command that requires user action. Of several pending wake-ups
+// the one with the highest count is kept: it is the latest, and it is valid if any of them is. A wake-up that an
+// earlier run has already served makes the worker look at the list once more. That is harmless: the queue was not
+// paused in between.
 //
-// finishCommandAllowed() may ignore a run under way: the queue ends `processing` in the critical section in which the
-// run looks at the list for the last time.
+// finishCommandAllowed() does nothing while the queue is processing. This loses no wake-up: the queue clears
+// `processing` in the critical section in which the run looks at the list for the last time.
 //
 // No deadlock. The lock order is mutex, queue's mutex, wakeUpMutex. processQueue() can be called with the queue's mutex
 // held, by commandAdded(), so a wake-up must not take `mutex`: stop() holds that while it takes the queue's mutex.
@@ -39,7 +46,7 @@ CommandQueueThread::CommandQueueThread()
 CommandQueueThread::CommandQueueThread(std::unique_ptr<CommandQueue> commandQueue)
     : commandQueue(commandQueue ? std::move(commandQueue) : std::make_unique<CommandQueue>())
 {
-    setObjectName(u"CommandQueue"_s); // Linux shows 15 characters of a thread's name
+    setObjectName(u"CommandQueue"_s); // Linux truncates a thread's name to 15 characters
     connect(this->commandQueue.get(), &CommandQueue::commandAdded, this, &CommandQueueThread::processQueue);
     connect(
         this->commandQueue.get(), &CommandQueue::finishCommandAllowed, this, &CommandQueueThread::finishCommandAllowed);
@@ -48,9 +55,9 @@ CommandQueueThread::CommandQueueThread(std::unique_ptr<CommandQueue> commandQueu
 CommandQueueThread::~CommandQueueThread()
 {
     // ~QThread() reports this too late: the members that the worker uses are destroyed by then, and the destructor of
-    // the condition would block on a sleeping worker.
+    // the condition variable would block while the worker sleeps.
     if (isRunning()) {
-        qFatal("QThread: Destroyed while thread is still running"); // GCOVR_EXCL_LINE: nothing is counted then
+        qFatal("QThread: Destroyed while thread is still running"); // GCOVR_EXCL_LINE: aborts without saving coverage
     }
 }
 
@@ -107,7 +114,7 @@ void CommandQueueThread::wakeUp()
     const quint64 pauseCount = commandQueue->getPauseCount();
     {
         const std::lock_guard lock(wakeUpMutex);
-        pendingWakeUp = std::max(pendingWakeUp, std::optional(pauseCount)); // an empty one compares less
+        pendingWakeUp = std::max(pendingWakeUp, std::optional(pauseCount)); // an empty optional compares less
     }
     condition.notify_one();
 }

@@ -6,6 +6,7 @@
 #include <tarnwick_export.h>
 
 #include <QThread>
+#include <QtGlobal>
 
 #include <atomic>
 #include <condition_variable>
@@ -94,8 +95,8 @@ public:
     void stop();
 
     /**
-     * Wakes the worker; this is the way to end a pause. The pause ends when a command can start. Never blocks, not even
-     * on the queue's lock, so it may be called anywhere. Has no effect on a worker that has ended.
+     * Wakes the worker; this is the way to end a pause. The pause ends only if a command can start then. Never blocks,
+     * not even on the queue's lock, so it may be called anywhere. Has no effect on a worker that has ended.
      */
     void restart();
 
@@ -119,7 +120,7 @@ private:
 
     std::unique_ptr<CommandQueue> commandQueue;
     std::condition_variable condition; // the worker sleeps on it, with wakeUpMutex
-    std::mutex mutex; // held by stop() for its whole work
+    std::mutex mutex; // held by stop() until all commands are cancelled
     std::atomic<bool> stopRequested = false; // written under mutex
     std::mutex wakeUpMutex; // a leaf: nothing is called while it is held
     std::optional<quint64> pendingWakeUp; // the queue's pause count at the latest wake-up; guarded by wakeUpMutex

@@ -2,6 +2,8 @@
 
 #include "Command.h"
 
+#include <QtGlobal>
+
 #include <utility>
 
 CommandScheduler::~CommandScheduler() = default;

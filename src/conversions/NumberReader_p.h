@@ -72,7 +72,7 @@ inline bool isCommon(QChar character)
 /**
  * Reads @p field with std::from_chars(), which rounds to the nearest double. So does Qt in the processor's default
  * rounding mode. Fields that std::from_chars() does not read completely, and numbers out of range, are passed to Qt. If
- * the standard library lacks the function, all fields are.
+ * the standard library lacks the function, every field is passed to Qt.
  */
 inline double readDouble(QStringView field)
 {
@@ -103,9 +103,9 @@ inline double readDouble(QStringView field)
 inline float readFloat(QStringView field)
 {
     const double number = readDouble(field);
-    const bool leavesRange =
+    const bool isOutOfRange =
         !(std::abs(number) <= std::numeric_limits<float>::max()) || (number != 0 && static_cast<float>(number) == 0);
-    return leavesRange ? field.toFloat() : static_cast<float>(number);
+    return isOutOfRange ? field.toFloat() : static_cast<float>(number);
 }
 
 } // namespace NumberReader

@@ -9,6 +9,7 @@
 #include <QMessageLogger>
 #include <QStringTokenizer>
 #include <QStringView>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <cmath>

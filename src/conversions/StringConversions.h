@@ -40,7 +40,7 @@
  *
  * Fields: a reader splits at one separator character. Empty fields count: there is one between two consecutive
  * separators, and an empty text is one empty field. A field that is not a number, or an integer outside the range of
- * int, reads as 0. The other fields are read as usual.
+ * int, reads as 0, without an effect on the other fields.
  *
  * Failure: no function throws, and only stringToStringVersionMap() logs.
  *

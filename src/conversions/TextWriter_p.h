@@ -6,6 +6,7 @@
 #include <QChar>
 #include <QString>
 #include <QStringView>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>

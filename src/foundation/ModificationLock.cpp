@@ -5,7 +5,7 @@
 using utility::ModificationLock;
 
 // Initialised at compile time, so that static initialisers of clients can use the counters.
-Q_CONSTINIT std::array<std::atomic<unsigned int>, 2> utility::ModificationLock::LOCK_COUNTS = {{{0}, {0}}};
+Q_CONSTINIT std::array<std::atomic<unsigned int>, 2> ModificationLock::LOCK_COUNTS = {{{0}, {0}}};
 
 ModificationLock::ModificationLock(LockType type)
     : type(type)

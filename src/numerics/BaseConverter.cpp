@@ -3,7 +3,6 @@
 #include <QVarLengthArray>
 #include <QtGlobal>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -105,10 +104,10 @@ Limbs readChunks(const std::string &value, const std::string &baseSet)
 }
 
 // Writes limbs as digits. The base is a template parameter, since division by a constant is cheaper.
-template <std::size_t base>
+template <std::size_t Base>
 std::string writeChunks(const Limbs &chunks, const std::string &baseSet)
 {
-    constexpr std::size_t chunkDigits = getChunkDigits(base);
+    constexpr std::size_t chunkDigits = getChunkDigits(Base);
     if (chunks.isEmpty()) {
         return baseSet.substr(0, 1);
     }
@@ -118,9 +117,9 @@ std::string writeChunks(const Limbs &chunks, const std::string &baseSet)
         char *digit = end;
         Limb rest = chunk;
         // Two digits per division: each division depends on the previous one.
-        for (; rest >= base; rest /= base * base) {
-            *--digit = baseSet[rest % base];
-            *--digit = baseSet[rest / base % base];
+        for (; rest >= Base; rest /= Base * Base) {
+            *--digit = baseSet[rest % Base];
+            *--digit = baseSet[rest / Base % Base];
         }
         if (rest != 0) {
             *--digit = baseSet[rest];
@@ -197,7 +196,7 @@ BaseConverter::BaseConverter(const std::string &sourceBaseSet, const std::string
 
 std::string BaseConverter::convert(const std::string &value) const
 {
-    // Each converter has a decimal alphabet on one side, and on the other one whose base is a power of two.
+    // One alphabet of each converter is decimal; the base of the other is a power of two.
     const Limbs chunks = readChunks(value, sourceBaseSet);
     switch (getTargetBase()) {
     case 2:

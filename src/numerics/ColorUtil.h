@@ -38,7 +38,7 @@ public:
     static unsigned int interpolate(unsigned int first, unsigned int second, double weight);
 
     /**
-     * Returns @p color with its HSV value reduced by @p amount, to 0 at the least.
+     * Returns @p color with its HSV value reduced by @p amount, but not below 0.
      *
      * Hue, saturation and alpha are kept with the precision of QColor::getHsv(), which rounds to integers. An
      * achromatic colour stays achromatic (hue -1). A hue that rounds to 360 becomes 0, which is the same angle.

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVarLengthArray>
 #include <QVariant>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <cmath>
@@ -37,13 +38,13 @@ namespace {
 constexpr double firstInexact = 9007199254740992.0; // 2^53: from here on, several integers round to the same double
 constexpr double integerLimit = 9223372036854775808.0; // 2^63: no integer is rounded to a double beyond it
 
-// Qt's CBOR types share the data of its JSON types. Access to nested containers costs about half as much.
+// Uses Qt's CBOR types, which share the data of its JSON types: access to nested containers costs about half as much.
 bool holdsNaN(const QCborValue &value)
 {
     if (value.isArray()) {
         for (qint64 i = 0;; ++i) {
             const QCborValue element = value[i];
-            if (element.isUndefined()) { // behind the end: JSON arrays contain no undefined values
+            if (element.isUndefined()) { // past the end: JSON arrays contain no undefined values
                 return false;
             }
             if (holdsNaN(element)) {
@@ -281,7 +282,8 @@ bool Comparison::areEqual(Pairs pending) const
 }
 
 // A container with a unique hash is pushed onto the stack of pending pairs. The comparison recurses only into
-// containers that share a hash. Each has less than half of the values, so deep documents need little stack.
+// containers that share a hash. There are at least two of them, so each has less than half of the values, and the depth
+// of the recursion is at most logarithmic.
 bool Comparison::matchElements(const Container &left, const Container &right, Pairs &pending) const
 {
     if (left.data.index() != right.data.index() || left.count != right.count) {
@@ -295,8 +297,8 @@ bool Comparison::matchElements(const Container &left, const Container &right, Pa
         return false; // GCOVR_EXCL_LINE: requires a hash collision
     }
     for (const Element *run = begin; run != end;) {
-        const auto isBehindRun = [run](const Element &element) { return element.hash != run->hash; };
-        const auto count = std::find_if(run + 1, end, isBehindRun) - run;
+        const auto isAfterRun = [run](const Element &element) { return element.hash != run->hash; };
+        const auto count = std::find_if(run + 1, end, isAfterRun) - run;
         const bool isMatch = count == 1 ? matchElement(left, *run, right, *partner, pending)
                                         : matchRun(left, run, right, partner, static_cast<std::size_t>(count));
         if (!isMatch) {
@@ -336,7 +338,7 @@ bool Comparison::matchRun(const Container &left,
     // A linked list of the unmatched elements: entry i + 1 is element i. Matched elements are unlinked, so n equal
     // elements take O(n).
     std::vector<std::size_t> next(count + 1);
-    std::iota(next.begin(), next.end(), std::size_t{1});
+    std::iota(next.begin(), next.end(), static_cast<std::size_t>(1));
     return std::all_of(leftRun, leftRun + count, [&](const Element &element) {
         for (std::size_t previous = 0; next[previous] <= count; previous = next[previous]) {
             Pairs pending;

@@ -1,5 +1,6 @@
 #include "QTouchToQMouseEventConversion.h"
 
+#include <QEvent>
 #include <QPointF>
 #include <QPointingDevice>
 #include <QTouchEvent>

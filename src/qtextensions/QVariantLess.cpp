@@ -1,15 +1,16 @@
 #include "QVariantLess.h"
 
-#include <QAbstractItemModel>
 #include <QByteArray>
 #include <QChar>
 #include <QDateTime>
 #include <QMetaType>
+#include <QModelIndex>
 #include <QPersistentModelIndex>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
 #include <QUuid>
+#include <QtGlobal>
 
 #include <tuple>
 

@@ -3,18 +3,19 @@
 #include <QChar>
 #include <QCollator>
 #include <QLocale>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
 
-// Sorting by sort keys is several times as fast as by comparisons, but the order of the keys may differ from compare().
+// Sorting by sort keys is several times faster than sorting by comparisons, but the order of the keys may differ from
+// that of compare().
 //
 // With ICU, both agree for texts that are not empty and consist of ASCII and letters of the basic plane. This was
-// tested with random pairs in each locale of ICU, and fuzz_naturalsort repeats the test. They disagree for an empty
-// text and one of ignorable characters, for digits outside ASCII, for the marks of Japanese kana, and for lone
-// surrogates.
+// tested with random pairs in each locale of ICU, and fuzz_naturalsort repeats the test. They disagree for empty texts
+// and texts of ignorable characters, for digits outside ASCII, for the marks of Japanese kana, and for lone surrogates.
 //
 // Without ICU, Qt's sort keys ignore the numeric mode or do not follow compare() at all (QTBUG-128170).
 
@@ -56,7 +57,7 @@ bool isPlainText(const QString &text)
 
 bool doKeysFollowComparison([[maybe_unused]] const QCollator &collator, const QList<QString> &list)
 {
-    // Only with ICU do "01" and "1" compare equivalent. Windows and macOS do not document what their collators do here.
+    // "01" and "1" compare equivalent only with ICU. Windows and macOS do not document what their collators do here.
 #if defined(Q_OS_WIN) || defined(Q_OS_DARWIN)
     const bool isIcu = false;
 #else

@@ -3,7 +3,6 @@
 #include <QStringView>
 
 #include <array>
-#include <cstddef>
 #include <cstring>
 #include <type_traits>
 

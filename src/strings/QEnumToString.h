@@ -6,7 +6,7 @@
 #include <QFileDevice>
 #include <QString>
 
-/** Names of the enumerators of Qt. */
+/** Names of Qt's enumerators. */
 namespace QEnumToString {
 
 /**

@@ -1,6 +1,7 @@
 #include "StringListOperations.h"
 
 #include <QSet>
+#include <QtGlobal>
 
 #include <algorithm>
 

@@ -2,10 +2,12 @@
 
 #include <QChar>
 #include <QDebug>
+#include <QLatin1StringView>
 #include <QMessageLogger>
 #include <QStringTokenizer>
 #include <QStringView>
 #include <QTextBoundaryFinder>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>

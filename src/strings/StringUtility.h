@@ -22,7 +22,7 @@ class TARNWICK_EXPORT StringUtility
 {
 public:
     /**
-     * Makes a file name of @p text. Trims it and replaces each backtick and each of the characters
+     * Makes a file name from @p text. Trims it and replaces each backtick and each of the characters
      * / \ : ? % $ # & < > * ! ' " @ + | = ^ with an underscore. If the result is the name of a DOS device (com1 to
      * com9, lpt1 to lpt9, con, nul, prn or aux, in any case), returns "invalid_name".
      *

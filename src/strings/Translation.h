@@ -11,8 +11,8 @@ namespace strings {
 
 /**
  * Translates @p key in @p context with the installed translators, without disambiguation or plural forms. A key without
- * translation is returned unchanged, provided that it is well-formed: it is passed on as UTF-8 up to its first null
- * character, and a lone surrogate is replaced.
+ * a translation is returned unchanged if it is well-formed. The translators get it as UTF-8, up to its first null
+ * character and with lone surrogates replaced, and a key that is not well-formed is returned in that form.
  *
  * May be called on any thread, also while translators are being installed and removed: the translators that are
  * installed at that moment are used. During the call, no installed translator may load a file, and QCoreApplication
