@@ -49,8 +49,8 @@ install(
     COMPONENT development
 )
 
-# GDB loads the script with the name of the library if the user has declared the folder safe. For a library under /usr it
-# also searches a folder of its own, which is always safe.
+# GDB loads a script that is named after the library if the user has declared the folder safe. For a library under /usr,
+# GDB also searches its own folder, which is always safe.
 if(library_kind STREQUAL "shared" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
     set(gdb_dir "${CMAKE_INSTALL_LIBDIR}")
     if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")

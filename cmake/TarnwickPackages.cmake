@@ -63,6 +63,6 @@ This package contains the documentation of the library, as HTML and as Qt help
 for Qt Assistant and Qt Creator."
 )
 
-# Adds what Debian requires in every package once the files of the components are installed.
+# After the files of the components are installed, adds what Debian requires in every package.
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/packaging/debian/stage.cmake")
 include(CPack)

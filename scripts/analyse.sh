@@ -3,9 +3,9 @@
 # the checks of .clang-tidy, clazy's level 1, and cppcheck. Any finding is a failure.
 # usage: scripts/analyse.sh
 #
-# Parsing Qt's headers takes most of the time, so the sources of a target are analysed as one. Tests, benchmarks and
-# snippets are separate programs and would take six times as long, so only the compilers' warnings cover them. Cppcheck,
-# which does not read Qt's headers, analyses the snippets, too.
+# Parsing Qt's headers takes most of the time, so the sources of a target are analysed as one unit. Tests, benchmarks
+# and snippets are separate programs and would take six times as long, so only the compilers' warnings cover them.
+# Cppcheck, which does not read Qt's headers, analyses the snippets, too.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

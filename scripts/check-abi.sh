@@ -31,7 +31,7 @@ git worktree add --quiet --force --detach "$worktree" "$release"
 build_library "$worktree" build/abi/release-build
 build_library . build/abi/checkout-build
 
-# Additions are ignored. Bits 1 and 2 of abidiff's exit code are errors, the others changes.
+# Additions are ignored. In abidiff's exit code, the bits 1 and 2 report errors and the other bits changes.
 result=0
 abidiff --no-added-syms --headers-dir1 "$worktree/src" --headers-dir2 src --drop-private-types \
     build/abi/release-build/src/libTarnwick.so build/abi/checkout-build/src/libTarnwick.so || result=$?

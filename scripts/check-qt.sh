@@ -20,14 +20,15 @@ as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo -n)
 say='echo "== $($0 --version | head -n 1), Qt $(qmake6 -query QT_VERSION)"'
 
-# Runs a command in the copy of the checkout in a Debian, without this machine's environment. Its mounts and processes end
-# with the command.
+# Runs a command inside a Debian installation, in the copy of the checkout, without this machine's environment. Its
+# mounts and processes end with the command.
 run_in() { # DEBIAN COMMAND...
     "${as_root[@]}" unshare --mount --pid --fork --kill-child --root="$cache/$1" --wd=/tarnwick --mount-proc \
         env -i PATH=/usr/sbin:/usr/bin HOME=/root LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive "${@:2}"
 }
 
-# Installs a Debian, from the repository of this machine's own packages, and the packages that the build needs.
+# Installs a Debian release, from the repository that this machine's packages come from, and the packages that the build
+# needs.
 install_debian() { # DEBIAN
     local repository root=$cache/$1
     if [ ! -e "$root/installed" ]; then
@@ -61,7 +62,7 @@ prepare_debian() { # DEBIAN
     run_in "$1" sh -c "$say" g++
 }
 
-# Builds and tests in a folder that has no preset.
+# Builds and tests in FOLDER, with the preset dev and the given options.
 build_and_test() { # FOLDER CMAKE-OPTION...
     cmake --preset dev -B "$1" "${@:2}" --log-level=WARNING
     cmake --build "$1"
@@ -81,8 +82,8 @@ check_clang() {
     build_and_test build/clang -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=clang++-14
 }
 
-# Qt is built with libstdc++: functions that take its types have other names under libc++. tests/support/libcxx defines
-# those that the library and the tests call. Left out:
+# Qt is built with libstdc++. Its functions with parameters of standard library types have other symbols under libc++.
+# tests/support/libcxx defines those that the library and the tests call. Left out:
 # - symbols: the list has the names of libstdc++'s types
 # - consumer, consumer-static, subproject-*, gdb-*: their clients are built with the compiler's own standard library
 # - documentation, model-*: they compile nothing

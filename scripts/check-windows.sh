@@ -11,7 +11,7 @@
 # Not tested there:
 # - documentation, model-*: check the checkout on this machine; they compile nothing
 # - gdb-*: GDB loads the printers from the folder of a Linux library
-# - lifecycle-*, symbols: on Linux only, the library stays loaded and its exports are listed
+# - lifecycle-*, symbols: only on Linux does the library stay loaded and have a list of exports
 # - readme: a shell script
 # - file-digest-linux, tst_filedigest: need sha256sum and the signals of Unix
 # - tst_queuemonitor: passes, but half of its processes hang while they end, in pthread_key_delete() of MinGW's runtime
@@ -88,7 +88,7 @@ build_gmp() {
     "$host-ar" rcs "$gmp/libgmp.a" "$gmp/mini-gmp.o"
 }
 
-# Runs a step once; later runs find it done for the same recipe.
+# Runs each step unless an earlier run has completed it for the same recipe.
 once() { # FUNCTION...
     local step
     for step in "$@"; do

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Measures in build/coverage which lines of src/ the tests execute. Names each line that they do not execute; any such
-# line is a failure. Reports branches only for information, without those of exceptions.
+# line is a failure. Branches are reported for information only, without those of exceptions.
 # usage: scripts/coverage.sh
 #
 # A line that no test can reach is marked "GCOVR_EXCL_LINE" with the reason.

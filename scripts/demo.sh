@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the example file-digest and computes the digests of files and of all files in folders. Skips entries of folders
-# that are named ".git" or "build".
+# Builds the example file-digest and computes the digests of files and of all files in folders. Inside folders, skips
+# entries named ".git" or "build".
 # usage: scripts/demo.sh [FILE|FOLDER...]   default: this checkout
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

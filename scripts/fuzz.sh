@@ -22,7 +22,7 @@ for source in tests/fuzz/fuzz_*.cpp; do
     work=$build/work/$target
     mkdir -p "$work/corpus"
     echo "== $target"
-    # %m stands for the binary: the program and the library each write a profile.
+    # LLVM replaces %m by the signature of the binary: the program and the library each write a profile.
     if ! LLVM_PROFILE_FILE="$work/%m.profraw" "$build/tests/fuzz_$target" -max_total_time="$seconds" -timeout=30 \
         -print_final_stats=1 -artifact_prefix="$build/findings/$target-" "$work/corpus" >"$work/log" 2>&1; then
         tail -n 50 "$work/log"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs missing packages with apt-get, without asking: those that development needs, and each PACKAGE.
-# usage: scripts/setup.sh [--library] [PACKAGE...]   with --library: instead of all that development needs, only what the
-#                                                    library and the examples need
+# usage: scripts/setup.sh [--library] [PACKAGE...]   with --library: only what the library and the examples need, and
+#                                                    each PACKAGE
 set -euo pipefail
 
 packages=(g++ cmake ninja-build qt6-base-dev)
