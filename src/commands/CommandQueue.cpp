@@ -87,6 +87,7 @@ void CommandQueue::cancelCommand(QSharedPointer<Command> command)
     Q_ASSERT_X(data, "CommandQueue::cancelCommand", "the command has no record");
     data->setStatus(CommandData::CANCELLED);
     removeEntry(command);
+    deferred->append(std::move(command));
 }
 
 void CommandQueue::cancelCommandByReference(const QString &reference)
@@ -361,14 +362,17 @@ bool CommandQueue::findByReference(const QString &reference, QSharedPointer<Comm
 
 void CommandQueue::removeCommand(QSharedPointer<Command> command)
 {
+    const CriticalSection section(mutex, deferred);
     removeEntry(command);
+    deferred->append(std::move(command));
 }
 
 void CommandQueue::removeEntry(const QSharedPointer<Command> &command)
 {
-    const CriticalSection section(mutex, deferred);
-    deferred->append(command);
     const qsizetype index = commands.indexOf(command);
+    if (index >= 0) {
+        deferred->append(std::move(commands[index]));
+    }
     if (index >= 0 && index < commands.size() / 2) {
         // removeAt() moves all entries behind the removed one; a running command is usually in front of many.
         std::rotate(commands.begin(), commands.begin() + index, commands.begin() + index + 1);

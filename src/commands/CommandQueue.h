@@ -236,7 +236,6 @@ private:
     TARNWICK_NO_EXPORT void finishCurrentCommand(CommandData::Status status);
     TARNWICK_NO_EXPORT bool requeueCurrentCommand();
     TARNWICK_NO_EXPORT void removeCurrentCommand();
-    TARNWICK_NO_EXPORT void removeEntry(const QSharedPointer<Command> &command);
     TARNWICK_NO_EXPORT void releaseLater(QSharedPointer<Command> command);
 
     // These run inside a critical section.
@@ -244,6 +243,7 @@ private:
     bool findFirst(Predicate matches, QSharedPointer<Command> *found);
     TARNWICK_NO_EXPORT bool findStartable(QSharedPointer<Command> *found = nullptr);
     TARNWICK_NO_EXPORT bool findByReference(const QString &reference, QSharedPointer<Command> *found = nullptr);
+    TARNWICK_NO_EXPORT void removeEntry(const QSharedPointer<Command> &command);
     TARNWICK_NO_EXPORT void replaceCurrentCommand(QSharedPointer<Command> command);
     TARNWICK_NO_EXPORT void markPaused();
 
