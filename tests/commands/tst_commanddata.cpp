@@ -126,18 +126,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("line"); // behind the common beginning
-        QTest::newRow("no code") << "copy"
-                                 << "disk full" << 0 << "copy, error message: disk full";
-        QTest::newRow("negative code") << "copy"
-                                       << "" << -1 << "copy, error message: , error code -1";
-        QTest::newRow("format") << "50%s"
-                                << "%n%d" << 7 << "50%s, error message: %n%d, error code 7";
-        QTest::newRow("marker of the message") << "<%2>"
-                                               << "m" << 0 << "<m>, error message: m";
-        QTest::newRow("marker of the description") << "<%1>"
-                                                   << "m" << 0 << "<m>, error message: %2";
-        QTest::newRow("marker in the message") << "d"
-                                               << "%1" << 5 << "d, error message: %1, error code 5";
+        const auto row =
+            [](const char *name, const char *description, const char *message, int code, const char *line) {
+                QTest::newRow(name) << description << message << code << line;
+            };
+        row("no code", "copy", "disk full", 0, "copy, error message: disk full");
+        row("negative code", "copy", "", -1, "copy, error message: , error code -1");
+        row("format", "50%s", "%n%d", 7, "50%s, error message: %n%d, error code 7");
+        row("marker of the message", "<%2>", "m", 0, "<m>, error message: m");
+        row("marker of the description", "<%1>", "m", 0, "<m>, error message: %2");
+        row("marker in the message", "d", "%1", 5, "d, error message: %1, error code 5");
     }
     void errorMessageLine()
     {

@@ -11,11 +11,24 @@ struct Fixture;
 using Step = std::function<void(Fixture &)>;
 using Steps = QList<Step>;
 
+class RefusingScheduler : public CommandScheduler
+{
+public:
+    void schedule(QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *running) override
+    {
+        if (!refuses) {
+            CommandScheduler::schedule(commands, std::move(command), running);
+        }
+    }
+    bool refuses = false;
+};
+
 /** Handles an error by default, unless the hook has cleared the current command. */
 class ErrorQueue : public TestQueue
 {
 public:
     using CommandQueue::mutex;
+    using TestQueue::TestQueue;
     std::function<void()> errorHook;
     bool leavesCurrent = false; // does nothing in case of an error
 
@@ -37,16 +50,7 @@ struct Fixture
     {
         queue.addCommand(a.command);
         queue.errorHook = [this] { happen(u"handleCommandInError"_s); };
-        QObject::connect(&queue, &CommandQueue::commandAdded, [this](const QSharedPointer<Command> &command) {
-            happen(u"added "_s + nameOf(command->getCommandData()));
-        });
-        const auto follow = [this](const QString &event, void (CommandQueue::*signal)(CommandData *)) {
-            QObject::connect(&queue, signal, [this, event](CommandData *data) { happen(event + nameOf(data)); });
-        };
-        follow(u"removed "_s, &CommandQueue::commandRemoved);
-        follow(u"awaiting "_s, &CommandQueue::awaitingUserAction);
-        follow(u"run begins "_s, &CommandQueue::commandStarted);
-        follow(u"run ends "_s, &CommandQueue::commandFinished);
+        follow(queue, [this](const QString &event, const CommandData *data) { happen(event + u' ' + nameOf(data)); });
         for (Item *item : {&a, &b, &twin}) {
             const QChar name = nameOf(&item->data);
             QObject::connect(&item->data, &CommandData::statusChanged, [this, name](CommandData *data) {
@@ -75,6 +79,12 @@ struct Fixture
             step(*this);
         }
     }
+    /** Gives the fixture's reference to A away. */
+    QSharedPointer<Command> takeCommand()
+    {
+        a.command->destroyed = [this] { happen(u"destroyed A"_s); };
+        return std::exchange(a.command, nullptr);
+    }
     Item &item(char name) { return name == 'A' ? a : name == 'B' ? b : twin; }
     QChar nameOf(const CommandData *data) const { return data == &a.data ? u'A' : data == &b.data ? u'B' : u'T'; }
     QString state() const
@@ -96,7 +106,8 @@ struct Fixture
     Log log;
     QHash<QString, Steps> reactions;
     const bool showsState; // each event tells whether the mutex is locked, and the state of the queue
-    ErrorQueue queue;
+    RefusingScheduler *const scheduler = new RefusingScheduler;
+    ErrorQueue queue{std::unique_ptr<CommandScheduler>(scheduler)};
 };
 
 const auto process = [](Fixture &f) { f.queue.process(); };
@@ -114,14 +125,27 @@ const auto error = [](Fixture &f) { f.queue.currentCommand->setError(4); };
 const auto finished = [](Fixture &f) { f.a.command->finished = true; };
 const auto unfinished = [](Fixture &f) { f.a.command->finished = false; };
 const auto notStartable = [](Fixture &f) { f.a.command->startable = false; };
-const auto showLooks = [](Fixture &f) { f.a.command->lookHook = [&f] { f.happen(u"look A"_s); }; };
 /** Leaves the last reference to the queue. */
-const auto release = [](Fixture &f) {
-    f.a.command->destroyed = [&f] { f.happen(u"destroyed A"_s); };
-    f.a.command.reset();
+const auto release = [](Fixture &f) { f.takeCommand(); };
+const auto cancelListed = [](Fixture &f) {
+    f.takeCommand();
+    f.queue.cancelCommandByReference(u"A"_s);
+};
+const auto cancelUnlisted = [](Fixture &f) {
+    f.queue.removeCommand(f.a.command);
+    f.queue.cancelCommand(f.takeCommand());
+};
+const auto addRefused = [](Fixture &f) {
+    f.queue.removeCommand(f.a.command);
+    f.scheduler->refuses = true;
+    f.queue.addCommand(f.takeCommand());
 };
 
 const auto add = [](char name) { return Step([=](Fixture &f) { f.queue.addCommand(f.item(name).command); }); };
+const auto showLooks = [](char name) {
+    return Step(
+        [=](Fixture &f) { f.item(name).command->lookHook = [=, &f] { f.happen(u"look "_s + QLatin1Char(name)); }; });
+};
 const auto cancel = [](char name) { return Step([=](Fixture &f) { f.queue.cancelCommand(f.item(name).command); }); };
 const auto cancelReference = [](const QString &reference) {
     return Step([=](Fixture &f) { f.queue.cancelCommandByReference(reference); });
@@ -177,82 +201,75 @@ private Q_SLOTS:
         addColumns();
 
         // The end of a command.
-        row("finished", {process}, "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A");
+        row("finished", {process}, "begin A, A PROCESSING, execute A, A FINISHED, removed A, end A");
         row("finished, cancelled",
             {during("execute A", {cancel('A')}), process},
-            "run begins A, A PROCESSING, execute A, cancel A, A FINISHED, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, cancel A, A FINISHED, removed A, end A");
         row("unfinished, cancelled",
             {unfinished, during("execute A", {cancel('A')}), process},
-            "run begins A, A PROCESSING, execute A, cancel A, A CANCELLED, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, cancel A, A CANCELLED, removed A, end A");
         row("unfinished, cancelled late",
             {unfinished, during("A QUEUEING", {cancel('A')}), process},
-            "run begins A, A PROCESSING, execute A, A QUEUEING, cancel A, A CANCELLED, removed A, run ends A");
-        row("finished, error",
-            {during("execute A", {error}), process},
-            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, A QUEUEING, cancel A, A CANCELLED, removed A, end A");
         row("unfinished, error with the code for a retry",
             {unfinished, during("execute A", {retry}), process},
-            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, end A");
         row("error in isFinished()",
             {during("isFinished A", {error}), process},
-            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, removed A, end A");
         row("finished, cancelled, error",
             {during("execute A", {cancel('A'), error}), process},
-            "run begins A, A PROCESSING, execute A, cancel A, A ERR, error A, A CANCELLED, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, cancel A, A ERR, error A, A CANCELLED, removed A, end A");
         row("error, executed again by a handler",
             {during("execute A", {error, during("execute A", {error})}),
                 during("handleCommandInError", {clearCurrent}),
                 process},
-            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, "
-            "A ERR, error A, handleCommandInError, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, A ERR, "
+            "error A, handleCommandInError, removed A, end A");
         row("error, left to be current by a handler",
             {doNotHandleErrors, during("execute A", {error, notStartable}), process, cancel('A'), clearCurrent},
-            "run begins A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, run ends A, cancel A, left "
-            "A");
+            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, end A, cancel A, left A");
         row("unfinished, then finished; keeps its place",
             {add('B'), unfinished, during("A QUEUEING", {showListed, finished}), process},
-            "B QUEUEING, added B, run begins A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, "
-            "execute A, A FINISHED, removed A, B PROCESSING, execute B, B FINISHED, removed B, run ends A");
+            "B QUEUEING, added B, begin A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, execute "
+            "A, A FINISHED, removed A, B PROCESSING, execute B, B FINISHED, removed B, end A");
         row("what commandRemoved finds: not listed, but current",
             {during("removed A", {showListed, cancel('A'), pause}), process},
-            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, listed: , cancel A, pause A, run ends A, "
-            "left paused");
+            "begin A, A PROCESSING, execute A, A FINISHED, removed A, listed: , cancel A, pause A, end A, left paused");
 
         // Pauses.
         row("pause without a run", {pause}, "left A paused");
         row("nothing can start, the pause remains", {notStartable, pause, process}, "left A paused");
         row("add to a paused queue", {pause, add('B')}, "B QUEUEING, added B, left AB paused");
-        row("pause as a run begins",
-            {during("run begins A", {pause}), process},
-            "run begins A, run ends A, left A paused");
+        row("pause as a run begins", {during("begin A", {pause}), process}, "begin A, end A, left A paused");
         row("pause of a command that finishes; add and second pause",
             {during("execute A", {pause, add('B'), pause}), process},
-            "run begins A, A PROCESSING, execute A, pause A, B QUEUEING, added B, pause A, A FINISHED, removed A, "
-            "run ends A, left B paused");
+            "begin A, A PROCESSING, execute A, pause A, B QUEUEING, added B, pause A, A FINISHED, removed A, end A, "
+            "left B paused");
         row("pause of an unfinished command; next run",
             {unfinished, during("execute A", {pause}), process, finished, process},
-            "run begins A, A PROCESSING, execute A, pause A, A QUEUEING, run ends A, "
-            "run begins A, A PROCESSING, execute A, A FINISHED, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, pause A, A QUEUEING, end A, begin A, A PROCESSING, execute "
+            "A, A FINISHED, removed A, end A");
 
         // User action.
         row("user action, still required, cancelled",
             {add('B'), requireUserAction('A'), process, process, cancel('A')},
-            "B QUEUEING, added B, A REQUIRE_USER_ACTION, run begins A, awaiting A, run ends A, run begins A, "
-            "awaiting A, run ends A, cancel A, A CANCELLED, removed A, left B paused");
+            "B QUEUEING, added B, A REQUIRE_USER_ACTION, begin A, awaiting A, end A, begin A, awaiting A, end A, "
+            "cancel A, A CANCELLED, removed A, left B paused");
         row("what awaitingUserAction finds: listed and current",
             {requireUserAction('A'), during("awaiting A", {showListed, cancel('A'), pause}), process},
-            "A REQUIRE_USER_ACTION, run begins A, awaiting A, listed: A, cancel A, pause A, run ends A, left A paused");
+            "A REQUIRE_USER_ACTION, begin A, awaiting A, listed: A, cancel A, pause A, end A, left A paused");
         row("user action required by the running command",
             {during("execute A", {requireUserAction('A')}), process},
-            "run begins A, A PROCESSING, execute A, A REQUIRE_USER_ACTION, A FINISHED, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, A REQUIRE_USER_ACTION, A FINISHED, removed A, end A");
 
         // Cancels.
         row("cancel of a waiting command", {cancel('A')}, "cancel A, A CANCELLED, removed A");
         row("cancel of a command that is not listed", {cancel('B')}, "cancel B, B CANCELLED, removed B, left A");
         row("cancel of the running command's twin",
             {during("execute A", {add('T'), cancel('T')}), process},
-            "run begins A, A PROCESSING, execute A, T QUEUEING, added T, cancel T, T CANCELLED, removed T, "
-            "A FINISHED, removed A, run ends A");
+            "begin A, A PROCESSING, execute A, T QUEUEING, added T, cancel T, T CANCELLED, removed T, A FINISHED, "
+            "removed A, end A");
         row("cancel by the reference of two",
             {add('T'), cancelReference(u"A"_s)},
             "T QUEUEING, added T, cancel A, A CANCELLED, removed A, left T");
@@ -261,11 +278,11 @@ private Q_SLOTS:
             "left A");
         row("added again after a cancel",
             {cancel('A'), add('A'), unfinished, process},
-            "cancel A, A CANCELLED, removed A, A QUEUEING, added A, run begins A, A PROCESSING, execute A, "
-            "A CANCELLED, removed A, run ends A");
+            "cancel A, A CANCELLED, removed A, A QUEUEING, added A, begin A, A PROCESSING, execute A, A CANCELLED, "
+            "removed A, end A");
         row("a later command is cancelled while an earlier one is asked",
-            {add('B'), notStartable, showLooks, during("look A", {cancel('B')}), process},
-            "B QUEUEING, added B, look A, cancel B, B CANCELLED, removed B, run begins B, look A, run ends B, left A");
+            {add('B'), notStartable, showLooks('A'), during("look A", {cancel('B')}), process},
+            "B QUEUEING, added B, look A, cancel B, B CANCELLED, removed B, begin B, look A, end B, left A");
 
         // The list.
         row("the same command twice", {add('A')}, "added A, left AA");
@@ -275,10 +292,10 @@ private Q_SLOTS:
         row("a command that is not listed is removed", {removeOne('T')}, "removed T, left A");
         row("the first command cannot start",
             {notStartable, add('B'), process},
-            "B QUEUEING, added B, run begins B, B PROCESSING, execute B, B FINISHED, removed B, run ends B, left A");
+            "B QUEUEING, added B, begin B, B PROCESSING, execute B, B FINISHED, removed B, end B, left A");
         row("hasCommand() of the running command, its twin and another",
             {during("execute A", {hasCommand('A'), hasCommand('T'), hasCommand('B')}), process, hasCommand('A')},
-            "run begins A, A PROCESSING, execute A, yes, yes, no, A FINISHED, removed A, run ends A, no");
+            "begin A, A PROCESSING, execute A, yes, yes, no, A FINISHED, removed A, end A, no");
     }
     void rules() { compare(false); }
 
@@ -291,98 +308,104 @@ private Q_SLOTS:
             "B QUEUEING, added B locked, cancel B locked, B CANCELLED locked, removed B locked, left A");
         row("finished",
             {process},
-            "run begins A processing, A PROCESSING processing, execute A processing, isFinished A processing, "
-            "A FINISHED processing, removed A locked processing, run ends A");
+            "begin A processing, A PROCESSING processing, execute A processing, isFinished A processing, A FINISHED "
+            "processing, removed A locked processing, end A");
         row("cancelled and paused",
             {unfinished, during("execute A", {cancel('A'), pause}), process},
-            "run begins A processing, A PROCESSING processing, execute A processing, cancel A locked processing, "
-            "pause A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, "
-            "removed A locked processing paused, run ends A paused, left paused");
+            "begin A processing, A PROCESSING processing, execute A processing, cancel A locked processing, pause "
+            "A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, removed A locked "
+            "processing paused, end A paused, left paused");
         row("unfinished",
             {unfinished, during("execute A", {notStartable}), process},
-            "run begins A processing, A PROCESSING processing, execute A processing, isFinished A processing, "
-            "A QUEUEING processing, run ends A, left A");
+            "begin A processing, A PROCESSING processing, execute A processing, isFinished A processing, A QUEUEING "
+            "processing, end A, left A");
         row("error",
             {during("execute A", {error}), process},
-            "run begins A processing, A PROCESSING processing, execute A processing, A ERR processing, "
-            "error A processing, isFinished A processing, handleCommandInError processing, "
-            "removed A locked processing, run ends A");
+            "begin A processing, A PROCESSING processing, execute A processing, A ERR processing, error A processing, "
+            "isFinished A processing, handleCommandInError processing, removed A locked processing, end A");
         row("user action",
-            {requireUserAction('A'), showLooks, process},
-            "A REQUIRE_USER_ACTION, look A locked, run begins A processing, look A locked processing, "
-            "look A locked processing, awaiting A locked processing paused, look A locked paused, run ends A paused, "
-            "left A paused");
+            {requireUserAction('A'), showLooks('A'), process},
+            "A REQUIRE_USER_ACTION, look A locked, begin A processing, look A locked processing, look A locked "
+            "processing, awaiting A locked processing paused, look A locked paused, end A paused, left A paused");
     }
     void lockAndState() { compare(true); }
 
-    /** The queue has the last reference to A, and releases it when the mutex is unlocked. */
+    /** The last reference to A is released once, when the mutex is unlocked. */
     void lastReference_data()
     {
-        QTest::addColumn<Steps>("steps"); // before a run
-        QTest::addColumn<QString>("destruction");
-        const auto row = [](const char *name, const Steps &steps, const char *destruction) {
-            QTest::newRow(name) << steps << destruction;
-        };
-        row("run", {release}, "destroyed A");
-        row("second in the run", {add('B'), add('A'), removeOne('A'), release}, "destroyed A processing");
+        addColumns();
+        const Steps behindB{add('B'), add('A'), removeOne('A')};
+        row("run", {release, process}, "destroyed A");
+        row("second in the run", behindB + Steps{release, process}, "destroyed A processing");
         row("left behind by an error handler",
-            {leaveCurrent, removeOne('A'), release, add('B')},
+            {leaveCurrent, removeOne('A'), release, add('B'), process},
             "destroyed A processing");
         row("left behind, then user action",
-            {leaveCurrent, removeOne('A'), release, requireUserAction('B'), add('B')},
+            {leaveCurrent, removeOne('A'), release, requireUserAction('B'), add('B'), process},
             "destroyed A paused");
-        row("error",
-            {add('B'), add('A'), removeOne('A'), during("execute A", {error}), release},
-            "destroyed A processing");
+        row("error", behindB + Steps{during("execute A", {error}), release, process}, "destroyed A processing");
         row("error, cleared under the mutex",
-            {add('B'),
-                add('A'),
-                removeOne('A'),
-                during("execute A", {error}),
-                during("handleCommandInError", {removeCurrent, clearCurrent}),
-                release},
+            behindB
+                + Steps{during("execute A", {error}),
+                    during("handleCommandInError", {removeCurrent, clearCurrent}),
+                    release,
+                    process},
             "destroyed A processing");
+        row("run in added B", {release, during("added B", {process}), add('B')}, "destroyed A");
+        row("error in added B",
+            {during("execute A", {error}), release, during("added B", {process}), add('B')},
+            "destroyed A");
+
+        const std::pair<const char *, Step> operations[] = {
+            {"cancel listed", cancelListed},
+            {"cancel unlisted", cancelUnlisted},
+            {"add refused", addRefused},
+        };
+        const std::pair<const char *, const char *> places[] = {
+            {"added B", "destroyed A"},
+            {"look B", "destroyed A processing"},
+            {"awaiting B", "destroyed A paused"},
+            {"cancel B", "destroyed A paused"},
+            {"removed B", "destroyed A paused"},
+        };
+        for (const auto &[name, operation] : operations) {
+            row(name, {operation}, "destroyed A");
+            for (const auto &[place, destruction] : places) {
+                const Steps all{during(place, {operation}), add('B'), requireUserAction('B'), process, cancel('B')};
+                QTest::addRow("%s in %s", name, place) << behindB + Steps{showLooks('B')} + all << destruction;
+            }
+        }
     }
     void lastReference()
     {
         QFETCH(const Steps, steps);
         Fixture fixture(true);
         fixture.take(steps);
-        fixture.queue.process();
-        QTEST(fixture.log.lines().filter(u"destroyed"_s).join(u", "), "destruction");
+        QTEST(fixture.log.lines().filter(u"destroyed"_s).join(u", "), "events");
     }
 
-    /** What addCommand() and a run make of a status. */
+    /** Of all statuses, only a request for user action outlasts addCommand() and keeps a run from executing. */
     void statuses_data()
     {
         QTest::addColumn<CommandData::Status>("status");
-        QTest::addColumn<CommandData::Status>("afterAdd");
-        QTest::addColumn<bool>("executed"); // with this status
-        QTest::newRow("QUEUEING") << CommandData::QUEUEING << CommandData::QUEUEING << true;
-        QTest::newRow("PROCESSING") << CommandData::PROCESSING << CommandData::QUEUEING << true;
-        QTest::newRow("FINISHED") << CommandData::FINISHED << CommandData::QUEUEING << true;
-        QTest::newRow("CANCELLED") << CommandData::CANCELLED << CommandData::QUEUEING << true;
-        QTest::newRow("ERR") << CommandData::ERR << CommandData::QUEUEING << true;
-        QTest::newRow("OTHER") << CommandData::OTHER << CommandData::QUEUEING << true;
-        QTest::newRow("REQUIRE_USER_ACTION")
-            << CommandData::REQUIRE_USER_ACTION << CommandData::REQUIRE_USER_ACTION << false;
-        QTest::newRow("PAUSED") << CommandData::PAUSED << CommandData::QUEUEING << true;
-        QTest::newRow("8") << CommandData::Status(8) << CommandData::QUEUEING << true;
+        for (int status = CommandData::QUEUEING; status <= CommandData::PAUSED + 1; ++status) {
+            QTest::addRow("%d", status) << CommandData::Status(status);
+        }
     }
     void statuses()
     {
         QFETCH(const CommandData::Status, status);
-        QFETCH(const bool, executed);
+        const bool remains = status == CommandData::REQUIRE_USER_ACTION;
         Item item(u"A"_s);
         CommandQueue queue;
         item.data.setStatus(status);
         queue.addCommand(item.command);
-        QTEST(item.data.getStatus(), "afterAdd");
+        QCOMPARE(item.data.getStatus(), remains ? status : CommandData::QUEUEING);
         item.data.setStatus(status);
         item.command->work = [&](TestCommand &) { QCOMPARE(item.data.getStatus(), CommandData::PROCESSING); };
         queue.process();
-        QCOMPARE(item.data.getStatus(), executed ? CommandData::FINISHED : status);
-        QCOMPARE(item.command->calls.text(), executed ? u"execute, isFinished"_s : QString());
+        QCOMPARE(item.data.getStatus(), remains ? status : CommandData::FINISHED);
+        QCOMPARE(item.command->calls.text(), remains ? QString() : u"execute, isFinished"_s);
     }
 
     void isActive()

@@ -3,6 +3,7 @@
 #include <commands/CommandQueueThread.h>
 
 #include <QDeadlineTimer>
+#include <QProcess>
 #include <QSemaphore>
 #include <QTest>
 
@@ -396,6 +397,23 @@ private Q_SLOTS:
         }
     }
 
+    void destructorOfACommandMayStop()
+    {
+        Item first(u"first"_s);
+        Item second(u"second"_s);
+        Worker worker;
+        worker.queue.addCommand(first.command);
+        second.command->destroyed = [&] { worker.stop(); };
+        directly(worker.queue, &CommandQueue::commandRemoved, [&](CommandData *removed) {
+            if (removed == &first.data) {
+                worker.queue.addCommand(std::exchange(second.command, nullptr));
+                worker.queue.cancelCommandByReference(u"second"_s);
+            }
+        });
+        worker.stop();
+        QCOMPARE(second.data.getStatus(), CommandData::CANCELLED);
+    }
+
     void destructorCancelsNothing()
     {
         Item item(u"A"_s);
@@ -440,6 +458,59 @@ private Q_SLOTS:
         };
         f.worker.stop();
         QVERIFY(!ended);
+    }
+
+    void forbiddenCalls_data()
+    {
+        QTest::addColumn<Operation>("call");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *name, Operation call, const char *message) {
+            QTest::newRow(name) << call << message;
+        };
+        const Operation stopUnderTheLock = [](Fixture &f) {
+            directly(f.queue, &CommandQueue::commandAdded, [&] { f.worker.stop(); });
+            add(f);
+        };
+        const Operation processInExecute = [](Fixture &f) {
+            f.a.command->work = [&](TestCommand &) { f.queue.process(); };
+            f.queue.process();
+        };
+        const Operation processOnTwoThreads = [](Fixture &f) {
+            f.a.command->work = [&](TestCommand &) { onAnotherThread([&] { f.queue.process(); }); };
+            f.queue.process();
+        };
+        row("stop", stopUnderTheLock, "CommandQueueThread::stop: \"called with the queue's lock held\"");
+        row("process", processInExecute, "CommandQueue::process: \"called while a run is under way\"");
+        row("two threads", processOnTwoThreads, "CommandQueue::process: \"called while a run is under way\"");
+
+        static const auto noRecord = QSharedPointer<TestCommand>::create(nullptr);
+        const Operation addNoRecord = [](Fixture &f) { f.queue.addCommand(noRecord); };
+        const Operation cancelNoRecord = [](Fixture &f) { f.queue.cancelCommand(noRecord); };
+        const Operation findNoRecord = [](Fixture &f) { f.queue.hasCommand(noRecord.data()); };
+        row("add", addNoRecord, "CommandQueue::addCommand: \"the command has no record\"");
+        row("cancel", cancelNoRecord, "CommandQueue::cancelCommand: \"the command has no record\"");
+        row("find", findNoRecord, "CommandQueue::hasCommand: \"the command has no record\"");
+    }
+    /** Each row ends a process of its own. */
+    void forbiddenCalls()
+    {
+#ifdef QT_NO_DEBUG
+        QSKIP("not checked in a release build");
+#endif
+        QFETCH(const Operation, call);
+        if (qEnvironmentVariableIsSet("TARNWICK_FORBIDDEN_CALL")) {
+            Fixture f(BeforeStart);
+            return call(f);
+        }
+        qputenv("TARNWICK_FORBIDDEN_CALL", "1");
+        QProcess process;
+        const QString row = u"forbiddenCalls:"_s + QString::fromLatin1(QTest::currentDataTag());
+        process.start(QCoreApplication::applicationFilePath(), {u"-nocrashhandler"_s, row});
+        qunsetenv("TARNWICK_FORBIDDEN_CALL");
+        QVERIFY(process.waitForFinished());
+        const QString output = QString::fromLocal8Bit(process.readAllStandardOutput() + process.readAllStandardError());
+        QFETCH(const QString, message);
+        QVERIFY2(output.contains(message), qPrintable(output));
     }
 
     void tortureAddAndWait()

@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 using CommandPointer = QSharedPointer<Command>;
-/** Receives the events of a queue with the record of their command. */
-using Listener = std::function<void(const QString &event, const CommandData *data)>;
 
 /** The rules in plain words. */
 class Model
@@ -67,12 +65,12 @@ public:
         }
         paused = false;
         processing = true;
-        listener(u"run begins"_s, first->getCommandData());
+        listener(u"begin"_s, first->getCommandData());
         while (getNextCommandThatCanBeStarted() && !paused) {
             startNextCommand();
         }
         processing = false;
-        listener(u"run ends"_s, first->getCommandData());
+        listener(u"end"_s, first->getCommandData());
     }
     void startNextCommand()
     {
@@ -144,19 +142,7 @@ private:
 class Library : public TestQueue
 {
 public:
-    explicit Library(const Listener &listener)
-    {
-        const auto follow = [&](const QString &event, void (CommandQueue::*signal)(CommandData *)) {
-            connect(this, signal, [=](CommandData *data) { listener(event, data); });
-        };
-        follow(u"removed"_s, &CommandQueue::commandRemoved);
-        follow(u"awaiting"_s, &CommandQueue::awaitingUserAction);
-        follow(u"run begins"_s, &CommandQueue::commandStarted);
-        follow(u"run ends"_s, &CommandQueue::commandFinished);
-        connect(this, &CommandQueue::commandAdded, [=](const CommandPointer &command) {
-            listener(u"added"_s, command->getCommandData());
-        });
-    }
+    explicit Library(const Listener &listener) { follow(*this, listener); }
 };
 
 /** A queue, its commands, and the operations that the bytes of an input choose. */

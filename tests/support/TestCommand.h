@@ -142,6 +142,23 @@ struct Item
     QSharedPointer<TestCommand> command;
 };
 
+/** Receives a signal of a queue with the record of its command. */
+using Listener = std::function<void(const QString &event, const CommandData *data)>;
+
+inline void follow(const CommandQueue &queue, const Listener &listener)
+{
+    const auto connect = [&](const QString &event, void (CommandQueue::*signal)(CommandData *)) {
+        QObject::connect(&queue, signal, [=](const CommandData *data) { listener(event, data); });
+    };
+    connect(QStringLiteral("removed"), &CommandQueue::commandRemoved);
+    connect(QStringLiteral("awaiting"), &CommandQueue::awaitingUserAction);
+    connect(QStringLiteral("begin"), &CommandQueue::commandStarted);
+    connect(QStringLiteral("end"), &CommandQueue::commandFinished);
+    QObject::connect(&queue, &CommandQueue::commandAdded, [=](const QSharedPointer<Command> &command) {
+        listener(QStringLiteral("added"), command->getCommandData());
+    });
+}
+
 /** Lets a test see whether the queue's mutex is held, and reach what the queue offers to subclasses. */
 class TestQueue : public CommandQueue
 {
