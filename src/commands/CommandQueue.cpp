@@ -70,7 +70,7 @@ void CommandQueue::addCommand(QSharedPointer<Command> command)
     const CriticalSection section(mutex, deferred);
     scheduler->schedule(commands, command, currentCommand.data());
     Q_EMIT commandAdded(command);
-    deferred->append(std::move(command)); // the scheduler may have refused it
+    deferred->append(std::move(command)); // the last reference if the scheduler has not inserted it
 }
 
 void CommandQueue::cancelCommand(QSharedPointer<Command> command)
@@ -133,8 +133,8 @@ QSharedPointer<Command> CommandQueue::beginRun(quint64 knownPauseCount)
 
 bool CommandQueue::continueRun()
 {
-    // The last look at the list and the end of `processing` are one critical section: a caller that finds the queue
-    // processing can rely on another look.
+    // The last look at the list and the end of `processing` are one critical section. So if isProcessing() is true, the
+    // run looks at the list again.
     const CriticalSection section(mutex, deferred);
     processing = findStartable() && !paused;
     runUnderWay = processing;
@@ -189,7 +189,7 @@ void CommandQueue::settleCurrentCommand()
         return;
     }
     if (command.getCommandData()->getStatus() == CommandData::ERR) {
-        QSharedPointer<Command> kept = currentCommand; // an override clears it under the mutex
+        QSharedPointer<Command> kept = currentCommand; // an override clears currentCommand under the mutex
         handleCommandInError();
         releaseLater(std::move(kept));
         return;
@@ -206,7 +206,8 @@ void CommandQueue::finishCurrentCommand(CommandData::Status status)
     removeCurrentCommand();
 }
 
-// A cancel of the current command relies on its removal here, so the command may wait again only if there was none.
+// cancelCommand() leaves the removal of the current command to the end of its execution, so the command is requeued
+// only if it was not cancelled.
 bool CommandQueue::requeueCurrentCommand()
 {
     const CriticalSection section(mutex, deferred);
@@ -269,7 +270,8 @@ QList<QSharedPointer<Command>> CommandQueue::cancelAll()
     pause();
     const QList<QSharedPointer<Command>> snapshot = commands;
     for (const QSharedPointer<Command> &command : snapshot) {
-        // A slot or a hook may have cancelled it already; it ends once. Usually it is near the front.
+        // A slot or a hook may have cancelled the command already; it must end only once. The search is short: the
+        // command is usually near the front.
         if (commands.contains(command)) {
             cancelCommand(command);
         }
@@ -374,7 +376,8 @@ void CommandQueue::removeEntry(const QSharedPointer<Command> &command)
         deferred->append(std::move(commands[index]));
     }
     if (index >= 0 && index < commands.size() / 2) {
-        // removeAt() moves all entries behind the removed one; a running command is usually in front of many.
+        // removeAt() moves all entries after the removed one. The running command is usually near the front, so it is
+        // cheaper to move the entries before it.
         std::rotate(commands.begin(), commands.begin() + index, commands.begin() + index + 1);
         commands.removeFirst();
     } else if (index >= 0) {

@@ -11,7 +11,9 @@
 #include <QObject>
 #include <QRecursiveMutex>
 #include <QSharedPointer>
+#include <QString>
 #include <QVarLengthArray>
+#include <QtGlobal>
 
 #include <atomic>
 #include <memory>
@@ -62,7 +64,7 @@ public:
     /** Creates an empty queue that appends new commands. */
     CommandQueue();
 
-    /** Creates an empty queue with the policy @p scheduler; null means a plain CommandScheduler. */
+    /** Creates an empty queue with the policy @p scheduler; null means a CommandScheduler, which appends. */
     explicit CommandQueue(std::unique_ptr<CommandScheduler> scheduler);
 
     ~CommandQueue() override;
@@ -87,14 +89,14 @@ public:
     void cancelCommand(QSharedPointer<Command> command);
 
     /**
-     * Cancels the first listed command with exactly this reference, as cancelCommand() does; without one, does nothing.
-     * Searches the list from the front: 20 to 100 ms for a command in the middle of a million.
+     * Cancels the first listed command with exactly this reference, as cancelCommand() does. Does nothing if there is
+     * none. Searches the list from the front: 20 to 100 ms for a command in the middle of a million.
      */
     void cancelCommandByReference(const QString &reference);
 
     /**
-     * Executes commands on the calling thread until nothing can start or the queue is paused. Ends a pause that began
-     * before the call. If nothing can start, it returns at once, emits nothing and leaves a pause as it is.
+     * Executes commands on the calling thread. Returns when none can start or the queue is paused. Ends a pause that
+     * began before the call. If nothing can start, it returns at once, emits nothing and leaves a pause as it is.
      *
      * Must not be called again before it returns, neither on another thread nor by a command or slot that it runs;
      * asserted in Debug builds while commands may still be started.
@@ -114,8 +116,8 @@ public:
     const QList<QSharedPointer<Command>> getCommands() const;
 
     /**
-     * Returns whether a listed command has the same reference as @p command; false for null. Searches the list, at the
-     * same cost as cancelCommandByReference().
+     * Returns whether the list contains a command with the reference of @p command; false for null. Searches the list,
+     * at the same cost as cancelCommandByReference().
      */
     bool hasCommand(Command *command);
 
@@ -165,8 +167,8 @@ Q_SIGNALS:
     void commandStarted(CommandData *data);
 
     /**
-     * The run of process() that began with @p data has ended, also if other commands ran after that one. Emitted once
-     * for each run, on the driving thread, without the lock.
+     * The run of process() that began with @p data has ended, even if it executed other commands after that one.
+     * Emitted once for each run, on the driving thread, without the lock.
      */
     void commandFinished(CommandData *data);
 
@@ -213,17 +215,17 @@ protected:
     mutable QRecursiveMutex mutex;
 
     /**
-     * The command that is being started or run, or null. Only the driving thread writes it, with the mutex locked, so
-     * that thread may read it without the mutex.
+     * The current command: being started or executed; null if there is none. Only the driving thread writes it, with
+     * the mutex locked, so that thread may read it without the mutex.
      */
     QSharedPointer<Command> currentCommand;
 
 private:
     friend class CommandQueueThread;
 
-    // What is not exported may change with any version.
+    // Functions that are not exported may change in any version.
 
-    // For CommandQueueThread: a later pause voids its wake-ups, see there.
+    // For CommandQueueThread: a later pause voids its wake-ups, see CommandQueueThread.cpp.
     TARNWICK_NO_EXPORT quint64 getPauseCount() const;
     TARNWICK_NO_EXPORT void processUnlessPausedSince(quint64 knownPauseCount);
     TARNWICK_NO_EXPORT QList<QSharedPointer<Command>> cancelAll();
@@ -248,10 +250,10 @@ private:
     TARNWICK_NO_EXPORT void markPaused();
 
     bool paused = false; // guarded by mutex
-    bool processing = false; // guarded by mutex
+    bool processing = false; // a run may start a command; guarded by mutex
     std::unique_ptr<CommandScheduler> scheduler; // set once, used under mutex
     std::atomic<quint64> pauseCount = 0; // how often the queue was paused; written under mutex
-    bool runUnderWay = false; // guarded by mutex
+    bool runUnderWay = false; // process() has yet to take its last look, for an assertion; guarded by mutex
     // References that the outermost critical section releases when it has unlocked; null outside. Guarded by mutex.
     QVarLengthArray<QSharedPointer<Command>, 2> *deferred = nullptr;
 };

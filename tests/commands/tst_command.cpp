@@ -5,7 +5,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/** Notes each code with the status of that moment. */
+// Notes each code with the status of that moment.
 class NotingData : public TestData
 {
 public:
@@ -18,7 +18,7 @@ public:
     Log log;
 };
 
-/** Has a record of its own, which Command does not know. */
+// Has a record of its own, which Command does not know.
 class OwningCommand : public TestCommand
 {
 public:
@@ -51,7 +51,7 @@ private Q_SLOTS:
         record.setStatus(CommandData::FINISHED); // the record outlives its command
     }
 
-    /** Each call of a hook comes with the flags that it sees. */
+    // Each call of a hook comes with the flags that it sees.
     void flagsAndHooks_data()
     {
         using Operations = QList<void (Command::*)()>;

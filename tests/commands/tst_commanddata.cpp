@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/** Shows another message than it stores. */
+// Shows another message than it stores.
 class ShowingData : public TestData
 {
 public:

@@ -23,7 +23,7 @@ public:
     bool refuses = false;
 };
 
-/** Handles an error by default, unless the hook has cleared the current command. */
+// Handles an error by default, unless the hook has cleared the current command.
 class ErrorQueue : public TestQueue
 {
 public:
@@ -42,7 +42,7 @@ protected:
     }
 };
 
-/** A queue that lists A; beside it B and T, a twin with the reference of A; and a log of all signals and hooks. */
+// A queue that lists A; beside it B and T, a twin with the reference of A; and a log of all signals and hooks.
 struct Fixture
 {
     explicit Fixture(bool showsState)
@@ -60,7 +60,7 @@ struct Fixture
         }
     }
 
-    /** Logs an event, then does what is to be done during it. */
+    // Logs an event, then does what is to be done during it.
     void happen(const QString &event)
     {
         if (showsState) {
@@ -79,7 +79,7 @@ struct Fixture
             step(*this);
         }
     }
-    /** Gives the fixture's reference to A away. */
+    // Returns the fixture's reference to A; none is left here.
     QSharedPointer<Command> takeCommand()
     {
         a.command->destroyed = [this] { happen(u"destroyed A"_s); };
@@ -125,7 +125,7 @@ const auto error = [](Fixture &f) { f.queue.currentCommand->setError(4); };
 const auto finished = [](Fixture &f) { f.a.command->finished = true; };
 const auto unfinished = [](Fixture &f) { f.a.command->finished = false; };
 const auto notStartable = [](Fixture &f) { f.a.command->startable = false; };
-/** Leaves the last reference to the queue. */
+// Leaves the last reference to the queue.
 const auto release = [](Fixture &f) { f.takeCommand(); };
 const auto cancelListed = [](Fixture &f) {
     f.takeCommand();
@@ -157,7 +157,7 @@ const auto requireUserAction = [](char name) {
 const auto hasCommand = [](char name) {
     return Step([=](Fixture &f) { f.log.add(f.queue.hasCommand(f.item(name).command.data()) ? u"yes"_s : u"no"_s); });
 };
-/** Takes @p steps within the slot or hook that logs @p event next. */
+// Takes `steps` within the slot or hook that logs `event` next.
 const auto during = [](const char *event, const Steps &steps) {
     return Step([=](Fixture &f) { f.reactions.insert(QString::fromLatin1(event), steps); });
 };
@@ -195,7 +195,7 @@ private Q_SLOTS:
             "finishCommandAllowed startNextCommand"_ba);
     }
 
-    /** Which events follow the steps, in this order, and what is listed in the end. At first A is. */
+    // Which events follow the steps, in this order, and what is listed in the end. At first A is.
     void rules_data()
     {
         addColumns();
@@ -299,7 +299,7 @@ private Q_SLOTS:
     }
     void rules() { compare(false); }
 
-    /** Which events come with the mutex locked, and the state of the queue in them. */
+    // Which events come with the mutex locked, and the state of the queue in them.
     void lockAndState_data()
     {
         addColumns();
@@ -313,7 +313,8 @@ private Q_SLOTS:
         row("cancelled and paused",
             {unfinished, during("execute A", {cancel('A'), pause}), process},
             "begin A processing, A PROCESSING processing, execute A processing, cancel A locked processing, pause "
-            "A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, removed A locked "
+            "A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, removed A "
+            "locked "
             "processing paused, end A paused, left paused");
         row("unfinished",
             {unfinished, during("execute A", {notStartable}), process},
@@ -330,7 +331,7 @@ private Q_SLOTS:
     }
     void lockAndState() { compare(true); }
 
-    /** The last reference to A is released once, when the mutex is unlocked. */
+    // The last reference to A is released once, when the mutex is unlocked.
     void lastReference_data()
     {
         addColumns();
@@ -384,7 +385,7 @@ private Q_SLOTS:
         QTEST(fixture.log.lines().filter(u"destroyed"_s).join(u", "), "events");
     }
 
-    /** Of all statuses, only a request for user action outlasts addCommand() and keeps a run from executing. */
+    // Of all statuses, only a request for user action outlasts addCommand() and keeps a run from executing.
     void statuses_data()
     {
         QTest::addColumn<CommandData::Status>("status");

@@ -12,9 +12,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int timeout = 20000; // milliseconds; a deadlock fails after them instead of hanging
+constexpr int timeout = 20000; // milliseconds; after this time a deadlock fails instead of hanging
 
-/** Returns how often a race is provoked: @p usual, unless the environment asks for more. */
+// Returns how often a race is provoked: `usual`, unless TARNWICK_TORTURE_ROUNDS is set.
 int rounds(int usual)
 {
     bool set = false;
@@ -63,7 +63,7 @@ bool waitForEnd(const Item &item)
 const QString finishedOnce = u"FINISHED, final statuses: 1, removals: 1"_s;
 const QString cancelledOnce = u"CANCELLED, final statuses: 1, removals: 1"_s;
 
-/** Holds a thread in place: it calls arrive() and stays there until the test calls release(). */
+// Blocks a thread in arrive() until the test calls release().
 class Gate
 {
 public:
@@ -73,14 +73,14 @@ public:
         opened.tryAcquire(1, timeout);
     }
     bool waitForArrival() { return arrived.tryAcquire(1, timeout); }
-    void release() { opened.release(1000); } // arrivals to come, too
+    void release() { opened.release(1000); } // also for later arrivals
 
 private:
     QSemaphore arrived;
     QSemaphore opened;
 };
 
-/** Does @p work on another thread, which must not have to wait for this one. */
+// Runs `work` on another thread. Fails if that thread waits for this one.
 void onAnotherThread(const std::function<void()> &work)
 {
     QSemaphore done;
@@ -94,7 +94,7 @@ void onAnotherThread(const std::function<void()> &work)
     other.join();
 }
 
-/** Connects a slot that runs on the thread that emits. */
+// Connects a slot that runs on the emitting thread.
 template <typename Sender, typename Signal, typename Slot>
 void directly(const Sender &sender, Signal signal, Slot slot)
 {
@@ -103,8 +103,7 @@ void directly(const Sender &sender, Signal signal, Slot slot)
 
 enum State { BeforeStart, Asleep, InCommandStarted, InExecute, InCommandFinished, AtUserAction };
 
-/** A worker in a given state, with A at the gate or unable to start, and B, which could start now; no wake-up pending.
- */
+// A worker in a given state. A waits at the gate or cannot start, B can start, and no wake-up is pending.
 struct Fixture
 {
     explicit Fixture(State state)
@@ -125,7 +124,7 @@ struct Fixture
         queue.addCommand(b.command);
         if (state != BeforeStart) {
             worker.start();
-            isReady = waitFor([this] { return b.command->looks == 2; });
+            isReady = waitFor([this] { return b.command->looks == 2; }); // when the run begins and when it ends
         }
         a.command->startable = state != Asleep;
         if (state == AtUserAction) {
@@ -152,6 +151,7 @@ struct Fixture
     CommandQueue &queue = worker.queue;
 };
 
+// Operations on the fixture; the templates wrap one.
 using Operation = void (*)(Fixture &fixture);
 const Operation add = [](Fixture &f) { f.queue.addCommand(f.c.command); };
 const Operation allow = [](Fixture &f) { Q_EMIT f.queue.finishCommandAllowed(true); };
@@ -184,7 +184,7 @@ class CommandQueueThreadTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void signalsComeOnTheWorker()
+    void signalsAreEmittedOnTheWorker()
     {
         Item item(u"A"_s);
         Worker worker(nullptr);
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QTest::addColumn<State>("state");
         QTest::addColumn<Operation>("operation");
         QTest::addColumn<int>("runs"); // until the worker sleeps
-        QTest::addColumn<CommandData::Status>("endOfB"); // CANCELLED by the stop() after that if it has not run
+        QTest::addColumn<CommandData::Status>("endOfB"); // CANCELLED by the final stop() if it has not run
         const auto row = [](const char *name, State state, Operation operation, int runs, CommandData::Status end) {
             QTest::newRow(name) << state << operation << runs << end;
         };
@@ -268,14 +268,14 @@ private Q_SLOTS:
             operation(f);
             f.gate.release();
             QVERIFY2(waitFor([&] { return f.runs >= runs; }), qPrintable(u"round %1"_s.arg(round)));
-            std::this_thread::sleep_for(std::chrono::milliseconds(1)); // for a run too many
+            std::this_thread::sleep_for(std::chrono::milliseconds(1)); // time for a surplus run
             QVERIFY(f.worker.end());
             QCOMPARE(f.runs, runs);
             QTEST(f.b.data.getStatus(), "endOfB");
         }
     }
 
-    /** The last look of the run sees the command that can start now, or the signal wakes the worker. */
+    // Either the last look of the run finds B, or the signal wakes the worker.
     void finishCommandAllowedAtTheEndOfARunCounts()
     {
         std::deque<Item> items;
@@ -364,14 +364,14 @@ private Q_SLOTS:
             QCOMPARE(endOf(f.b), cancelledOnce);
             QCOMPARE(f.c.data.getStatus(), CommandData::QUEUEING);
             QCOMPARE(f.queue.isPaused(), true);
-            f.worker.start(); // processes once
+            f.worker.start(); // calls process() once more
             QVERIFY(f.worker.wait(timeout));
             QCOMPARE(f.c.data.getStatus(), CommandData::FINISHED);
         }
     }
 
-    /** A slot cancels C and adds another command while A is removed. */
-    void stopCancelsOnceWhatIsListed()
+    // A slot cancels C and adds another command while A is removed.
+    void stopCancelsEachListedCommandOnce()
     {
         QStringList removed;
         std::deque<Item> items;
@@ -424,7 +424,7 @@ private Q_SLOTS:
         QCOMPARE(item.command->calls.text(), QString());
     }
 
-    void stopMeetsTheEndOfACommand()
+    void stopWhileACommandEnds()
     {
         Gate gate;
         std::deque<Item> items;
@@ -491,7 +491,7 @@ private Q_SLOTS:
         row("cancel", cancelNoRecord, "CommandQueue::cancelCommand: \"the command has no record\"");
         row("find", findNoRecord, "CommandQueue::hasCommand: \"the command has no record\"");
     }
-    /** Each row ends a process of its own. */
+    // Each row ends a process of its own.
     void forbiddenCalls()
     {
 #ifdef QT_NO_DEBUG
@@ -513,7 +513,7 @@ private Q_SLOTS:
         QVERIFY2(output.contains(message), qPrintable(output));
     }
 
-    void tortureAddAndWait()
+    void addAndWaitRepeatedly()
     {
         std::deque<Item> items;
         QSemaphore destroyed;

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 using CommandPointer = QSharedPointer<Command>;
 
-/** The rules in plain words. */
+// The rules in plain words.
 class Model
 {
 public:
@@ -145,7 +145,7 @@ public:
     explicit Library(const Listener &listener) { follow(*this, listener); }
 };
 
-/** A queue, its commands, and the operations that the bytes of an input choose. */
+// A queue, its commands, and the operations that the bytes of an input choose.
 template <typename Queue>
 class World
 {
@@ -161,7 +161,7 @@ public:
         }
     }
 
-    /** Does what the next bytes say; returns the events, each with the state that it finds, and the warnings. */
+    // Does what the next bytes say; returns the events, each with the state that it finds, and the warnings.
     QStringList step()
     {
         const LogRecorder recorder;
@@ -209,7 +209,7 @@ private:
         --depth;
     }
 
-    /** Notes an event with what can be seen of the queue and the commands. */
+    // Notes an event with what can be seen of the queue and the commands.
     void note(const QString &event, const CommandData *data)
     {
         const CommandPointer next = queue.getNextCommandThatCanBeStarted();

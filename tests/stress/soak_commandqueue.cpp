@@ -1,9 +1,9 @@
 // A load test for the number of seconds given: several threads add, cancel, pause and restart. Fails if a command does
-// not end exactly once, or nothing moves any more.
+// not end exactly once, or if no command ends any more.
 //
-// In a short round, the threads add some commands, and wait until all have ended: only then would a lost wake-up show,
-// since the next add would make up for it. Every hundred rounds two threads stop the worker, and another takes its
-// place.
+// In each round the threads add some commands, and the test waits until all have ended. A lost wake-up shows only then:
+// a later add would wake the worker. Every hundred rounds two threads stop the worker, and the test creates the next
+// one.
 
 #include "../support/TestCommand.h"
 
@@ -38,13 +38,13 @@ void execute(TestCommand &command, Kind kind)
     }
 }
 
-/** Adds the commands, each of a random kind, and does to them what clients do. */
+// Adds the commands, each of a random kind, and does to them what clients do.
 void work(CommandQueueThread &worker, std::deque<Item> &items, unsigned seed)
 {
     std::minstd_rand random(seed);
     CommandQueue &queue = worker.getCommandQueue();
     for (Item &item : items) {
-        const auto kind = Kind(random() % kindCount);
+        const auto kind = static_cast<Kind>(random() % kindCount);
         item.command->work = [kind](TestCommand &command) { execute(command, kind); };
         item.command->startable = kind != Gated;
         if (kind == Asking) {
@@ -65,11 +65,11 @@ void work(CommandQueueThread &worker, std::deque<Item> &items, unsigned seed)
     }
 }
 
-/** Ends the process unless each command has ended once. */
+// Ends the process unless each command has ended once.
 void check(const Item &item)
 {
     const bool failed = item.data.getStatus() == CommandData::ERR;
-    if (item.data.removals != 1 || item.data.ends != int(!failed)) {
+    if (item.data.removals != 1 || item.data.ends != (failed ? 0 : 1)) {
         qFatal("%s ended %d times, removed %d times",
             qPrintable(item.data.getStatusAsString()),
             item.data.ends.load(),

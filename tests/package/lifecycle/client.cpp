@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/** Uses what the library creates at the first call; lives from the loading of this plugin to its end. */
+// Uses what the library creates at the first call; lives from the loading of this plugin to its end.
 class EarlyAndLate
 {
 public:
@@ -40,7 +40,7 @@ void expectFatal(QtMsgType, const QMessageLogContext &, const QString &text)
 
 } // namespace
 
-/** Ends one worker properly and leaves another behind: destroyed while it runs, or never. */
+// Ends one worker properly and leaves another behind: destroyed while it runs, or never.
 extern "C" Q_DECL_EXPORT void leaveWorker(bool executing, bool destroyed)
 {
     static TestData data(u"A"_s);
