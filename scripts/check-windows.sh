@@ -13,7 +13,7 @@
 # - gdb-*: GDB loads the printers from the folder of a Linux library
 # - lifecycle-*, symbols: only on Linux does the library stay loaded and have a list of exports
 # - readme: a shell script
-# - file-digest-linux, tst_filedigest: need sha256sum and the signals of Unix
+# - file-digest-linux, tst_digestcommand: need sha256sum, the signals of Unix and sparse files
 # - tst_queuemonitor: passes, but half of its processes hang while they end, in pthread_key_delete() of MinGW's runtime
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -8,7 +8,8 @@ endforeach()
 file(WRITE "${folder}/in/deep/empty" "")
 file(WRITE "${folder}/in/deep/chunks" "${chunks}")
 
-# run(<line> <command>...): appends the line, the output of the command, and its exit code.
+# run(<line> <command>...): appends the line, the output of the command, and its exit code. No argument may contain a
+# semicolon, which separates arguments here.
 function(run line)
     execute_process(
         COMMAND ${ARGN} WORKING_DIRECTORY "${folder}/in" OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code
@@ -40,6 +41,17 @@ else()
     set(table "s/^(.?[0-9a-f]{64})  FINISHED   /\\1  /p")
     run("file-digest | sha256sum -c" sh -c "\"$0\" | sed -nE '${table}' | sha256sum -c" "${PROGRAM}")
     run("file-digest > /dev/full" sh -c "\"$0\" > /dev/full" "${PROGRAM}")
+    # The first file is done, so the second one, which takes seconds, is under way.
+    set(interrupt [[
+        mkdir ../long && touch ../long/1 ../long/3 && truncate -s 8G ../long/2 && mkfifo ../rows
+        "$0" ../long >../rows &
+        {
+            read -r row && kill -INT $! && echo "$row"
+            sed 's/[0-9]* bytes/... bytes/' | sort
+        } <../rows
+        wait $!
+    ]])
+    run("file-digest, interrupted" sh -c "${interrupt}" "${PROGRAM}")
 endif()
 
 file(READ "${EXPECTED}" expected)
