@@ -11,16 +11,22 @@ struct Fixture;
 using Step = std::function<void(Fixture &)>;
 using Steps = QList<Step>;
 
-class RefusingScheduler : public CommandScheduler
+class TestScheduler : public CommandScheduler
 {
 public:
-    void schedule(QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *running) override
+    void schedule(
+        QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *runningCommand) override
     {
-        if (!refuses) {
-            CommandScheduler::schedule(commands, std::move(command), running);
+        running.append(runningCommand);
+        if (prepends) {
+            commands.prepend(command);
+        } else if (!refuses) {
+            CommandScheduler::schedule(commands, std::move(command), runningCommand);
         }
     }
+    bool prepends = false;
     bool refuses = false;
+    QList<Command *> running; // at each call
 };
 
 // Handles an error by default, unless the hook has cleared the current command.
@@ -30,13 +36,12 @@ public:
     using CommandQueue::mutex;
     using TestQueue::TestQueue;
     std::function<void()> errorHook;
-    bool leavesCurrent = false; // does nothing in case of an error
 
 protected:
     void handleCommandInError() override
     {
         errorHook();
-        if (currentCommand && !leavesCurrent) {
+        if (currentCommand) {
             TestQueue::handleCommandInError();
         }
     }
@@ -106,7 +111,7 @@ struct Fixture
     Log log;
     QHash<QString, Steps> reactions;
     const bool showsState; // each event tells whether the mutex is locked, and the state of the queue
-    RefusingScheduler *const scheduler = new RefusingScheduler;
+    TestScheduler *const scheduler = new TestScheduler;
     ErrorQueue queue{std::unique_ptr<CommandScheduler>(scheduler)};
 };
 
@@ -119,7 +124,6 @@ const auto clearCurrent = [](Fixture &f) {
     const QMutexLocker lock(&f.queue.mutex);
     f.queue.currentCommand.clear();
 };
-const auto doNotHandleErrors = [](Fixture &f) { f.queue.leavesCurrent = true; };
 const auto retry = [](Fixture &f) { f.queue.currentCommand->setError(CommandData::RETRY_ERROR_CODE); };
 const auto error = [](Fixture &f) { f.queue.currentCommand->setError(4); };
 const auto finished = [](Fixture &f) { f.a.command->finished = true; };
@@ -160,21 +164,6 @@ const auto hasCommand = [](char name) {
 // Takes `steps` within the slot or hook that logs `event` next.
 const auto during = [](const char *event, const Steps &steps) {
     return Step([=](Fixture &f) { f.reactions.insert(QString::fromLatin1(event), steps); });
-};
-
-class FrontScheduler : public CommandScheduler
-{
-public:
-    void schedule(
-        QList<QSharedPointer<Command>> &commands, QSharedPointer<Command> command, Command *runningCommand) override
-    {
-        running.append(runningCommand);
-        if (command->getCommandData()->getReference() != u"refused") {
-            commands.prepend(command);
-        }
-    }
-
-    QList<Command *> running;
 };
 } // namespace
 
@@ -226,9 +215,6 @@ private Q_SLOTS:
                 process},
             "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, A ERR, "
             "error A, handleCommandInError, removed A, end A");
-        row("error, left to be current by a handler",
-            {doNotHandleErrors, during("execute A", {error, notStartable}), process, cancel('A'), clearCurrent},
-            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, end A, cancel A, left A");
         row("unfinished, then finished; keeps its place",
             {add('B'), unfinished, during("A QUEUEING", {showListed, finished}), process},
             "B QUEUEING, added B, begin A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, execute "
@@ -467,25 +453,20 @@ private Q_SLOTS:
 
     void schedulerPlacesCommands()
     {
-        auto scheduler = std::make_unique<FrontScheduler>();
-        const QList<Command *> &running = scheduler->running;
-        TestQueue queue(std::move(scheduler));
-        Item b(u"B"_s);
-        Item refused(u"refused"_s);
-        Item a(u"A"_s, [&](TestCommand &) {
-            queue.addCommand(b.command);
-            queue.addCommand(refused.command);
-        });
-        Log log;
-        connect(&queue, &CommandQueue::commandAdded, this, [&](const QSharedPointer<Command> &command) {
-            log.add(command->getCommandData()->getReference());
-        });
-        queue.addCommand(a.command);
-        queue.startNextCommand();
-        QCOMPARE(queue.getCommands(), (QList<QSharedPointer<Command>>{b.command}));
-        QCOMPARE(running, (QList<Command *>{nullptr, a.command.data(), a.command.data()}));
-        QCOMPARE(log.text(), u"A, B, refused"_s);
-        QCOMPARE(refused.data.getStatus(), CommandData::QUEUEING);
+        Fixture f(false);
+        f.a.command->work = [&](TestCommand &) {
+            f.scheduler->prepends = true;
+            f.queue.addCommand(f.b.command);
+            f.scheduler->prepends = false;
+            f.scheduler->refuses = true;
+            f.queue.addCommand(f.twin.command);
+            f.log.add(u"listed: "_s + f.listed());
+        };
+        f.queue.startNextCommand();
+        QCOMPARE(f.log.text(),
+            u"A PROCESSING, execute A, B QUEUEING, added B, T QUEUEING, added T, listed: BA, A FINISHED, removed A"_s);
+        Command *const a = f.a.command.data();
+        QCOMPARE(f.scheduler->running, (QList<Command *>{nullptr, a, a}));
     }
 
 private:

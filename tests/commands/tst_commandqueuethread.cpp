@@ -17,9 +17,8 @@ constexpr int timeout = 20000; // milliseconds; after this time a deadlock fails
 // Returns how often a race is provoked: `usual`, unless TARNWICK_TORTURE_ROUNDS is set.
 int rounds(int usual)
 {
-    bool set = false;
-    const int wanted = qEnvironmentVariableIntValue("TARNWICK_TORTURE_ROUNDS", &set);
-    return set ? wanted : usual;
+    const char *const variable = "TARNWICK_TORTURE_ROUNDS";
+    return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariableIntValue(variable) : usual;
 }
 
 bool waitFor(const std::function<bool()> &condition)
