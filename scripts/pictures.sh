@@ -1,36 +1,38 @@
 #!/usr/bin/env bash
-# Takes the screenshots of the example queue-monitor in docs/images/: builds the example, operates it by keyboard on a
-# virtual screen, and captures that screen.
+# Takes screenshots of the example queue-monitor: builds it, operates it by keyboard on a virtual screen, and captures
+# that screen. The pictures of the documents go to docs/images/, those of other looks to build/pictures/.
 # usage: scripts/pictures.sh
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh xvfb xdotool imagemagick fonts-dejavu-core
+scripts/setup.sh xvfb xdotool imagemagick fonts-dejavu-core qt6-translations-l10n
 cmake --preset release --log-level=WARNING
 cmake --build --preset release --target queue-monitor
 
 program=$PWD/build/release/examples/queue-monitor/queue-monitor
-images=$PWD/docs/images
+documents=$PWD/docs/images/queue-monitor
+looks=$PWD/build/pictures/queue-monitor
 work=$(mktemp -d)
 screen=
 monitor=
 trap 'kill $monitor $screen 2>/dev/null || true; wait; rm -rf "$work"' EXIT
-mkdir -p "$images"
+mkdir -p "${documents%/*}" "${looks%/*}"
 cd "$work"
 
-# The screen has the size of the window; Xvfb chooses a free display number. The locale sets the language.
+# Xvfb chooses a free display number.
 mkfifo display
-Xvfb -displayfd 3 -screen 0 900x560x24 -nolisten tcp 3>display 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1800x1120x24 -nolisten tcp 3>display 2>/dev/null &
 screen=$!
 read -r number <display
-export DISPLAY=:$number LC_ALL=en_GB.UTF-8 QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work
+export DISPLAY=:$number QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work
 
 # The files to digest. One is so long that a screenshot shows its progress.
-mkdir scans config
+mkdir -p scans config/Tarnwick
 for i in $(seq 14); do
     head -c "$((i * 40000))" /dev/zero >"scans/scan $i.tif"
 done
 truncate -s 2G "scans/scan 7.tif"
+touch scans.sha256
 
 # Dark colours, in a KDE configuration that Qt reads.
 colors() { # SECTION BACKGROUND TEXT
@@ -45,38 +47,48 @@ colors() { # SECTION BACKGROUND TEXT
 } >config/kdeglobals
 dark=(QT_QPA_PLATFORMTHEME=kde XDG_CURRENT_DESKTOP=KDE KDE_FULL_SESSION=true KDE_SESSION_VERSION=5)
 
-open_monitor() { # [VARIABLE=VALUE...] FILE...
-    env "$@" 2>/dev/null &
+open_monitor() { # WIDTH,HEIGHT [VARIABLE=VALUE...] FILE...; in English unless LC_ALL is among the variables
+    printf '[window]\nplace="0,0,%s"\n' "$1" >config/Tarnwick/queue-monitor.conf
+    env LC_ALL=en_GB.UTF-8 "${@:2}" 2>/dev/null &
     monitor=$!
-    focus "Queue monitor"
+    focus "Queue monitor|Warteschlange"
     sleep 2
 }
-focus() { xdotool search --sync --onlyvisible --name "^$1\$" windowfocus --sync >/dev/null; }
+focus() { xdotool search --sync --onlyvisible --name "^($1)\$" windowfocus --sync >/dev/null; }
 press() { xdotool key --delay 100 "$@" && sleep 1; }
-take() { # NAME: captures the screen and closes the window
-    import -window root -strip +dither -colors 128 "PNG8:$images/queue-monitor-$1.png"
+save_to_existing_file() {
+    press ctrl+s
+    focus "Save Digests|Pr.+ speichern"
+    xdotool key ctrl+a type "$work/scans.sha256"
+    press Return # shows the request for user action
+}
+take() { # WIDTHxHEIGHT FILE: captures this part of the screen and closes the window
+    import -window root -crop "$1+0+0" -strip +dither -colors 128 "PNG8:$2.png"
     kill "$monitor"
     wait "$monitor" 2>/dev/null || true
     monitor=
+    ls -l "$2.png"
 }
 
-open_monitor "$program" scans
+open_monitor 900,560 "$program" scans
 press Down Down Down Down Down Down Down Down Down
-take light
+take 900x560 "$documents-light"
 
-open_monitor "${dark[@]}" "$program" scans
+open_monitor 900,560 "${dark[@]}" "$program" scans
 press Down Down Down Down Down Down Down Down Down
-take dark
+take 900x560 "$documents-dark"
 
-open_monitor "$program" "scans/scan 2.tif" "scans/scan 3.tif" "scans/scan 4.tiff" "scans/scan 5.tif" scans/scan.pdf
-take error
+open_monitor 900,560 QT_SCALE_FACTOR=2 "$program" scans
+press Down Down Down Down
+take 1800x1120 "$looks-double"
 
-touch scans.sha256
-open_monitor "$program" "scans/scan 1.tif" "scans/scan 2.tif" "scans/scan 3.tif"
-press ctrl+s
-focus "Save Digests"
-xdotool key ctrl+a type "$work/scans.sha256"
-press Return # shows the request for user action
-take user-action
+open_monitor 900,560 "$program" "scans/scan 1.tif" "scans/scan 2.tif"
+save_to_existing_file
+take 900x560 "$looks-user-action"
 
-ls -l "$images"
+open_monitor 400,560 "${dark[@]}" "$program" "scans/scan 2.tif" "scans/scan 4.tiff" "scans/scan 7.tif"
+take 400x560 "$looks-narrow"
+
+open_monitor 400,560 LC_ALL=de_DE.UTF-8 "$program" "scans/scan 1.tif" scans/scan.pdf
+save_to_existing_file
+take 400x560 "$looks-german"

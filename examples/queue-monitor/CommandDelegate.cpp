@@ -69,7 +69,7 @@ void drawProgress(QPainter *painter, const QRect &rect, int percent, const QStyl
     bar.minimum = 0;
     bar.maximum = 100;
     bar.progress = percent;
-    bar.text = u"%1 %"_s.arg(percent);
+    bar.text = u"%1%"_s.arg(percent);
     bar.textAlignment = Qt::AlignCenter;
     bar.textVisible = true;
     option.widget->style()->drawControl(QStyle::CE_ProgressBar, &bar, painter, option.widget);

@@ -119,11 +119,10 @@ QVariant CommandListModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return row.record->getTitle();
     case Qt::ToolTipRole:
-        return row.record->getDescription();
+        return row.status == CommandData::ERR ? detailOf(row) : row.record->getDescription();
     case Qt::AccessibleTextRole:
-        return u"%1, %2, %3 %, %4"_s.arg(row.record->getTitle(), lookOf(row.status).name)
-            .arg(progressOf(row))
-            .arg(detailOf(row));
+        return u"%1, %2, %3%, %4"_s.arg(
+            row.record->getTitle(), lookOf(row.status).name, QString::number(progressOf(row)), detailOf(row));
     case StatusRole:
         return static_cast<int>(row.status);
     case ProgressRole:

@@ -66,7 +66,7 @@ void MonitorWindow::makeMenus()
     files->addAction(tr("&Quit"), QKeySequence::Quit, this, &Window::close)->setMenuRole(QAction::QuitRole);
     menuBar()->addMenu(new SelectionMenu(list, controller, this));
     QMenu *const queue = menuBar()->addMenu(tr("&Queue"));
-    // At most one of these two is enabled.
+    // Only one of these two is visible.
     pauseAction = queue->addAction(tr("&Pause"), Qt::Key_Pause, &controller, &QueueController::pause);
     goOnAction = queue->addAction(tr("&Go On"), Qt::Key_Pause, &controller, &QueueController::goOn);
     queue->addSeparator();
@@ -244,7 +244,8 @@ void MonitorWindow::showState()
     }
     clearAction->setEnabled(model.rowCount() > 0 && !hasListed);
     pauseAction->setEnabled(state == State::Running);
-    goOnAction->setEnabled(state == State::Paused);
+    pauseAction->setVisible(state != State::Paused);
+    goOnAction->setVisible(state == State::Paused);
     stopAction->setEnabled(hasListed && state != State::Stopping);
     statusPanel->update(controller);
 }

@@ -24,11 +24,11 @@
     </message>
     <message>
         <source>Add &amp;Files...</source>
-        <translation>&amp;Dateien hinzufügen...</translation>
+        <translation>&amp;Dateien...</translation>
     </message>
     <message>
         <source>Add F&amp;older...</source>
-        <translation>&amp;Ordner hinzufügen...</translation>
+        <translation>&amp;Ordner...</translation>
     </message>
     <message>
         <source>Ctrl+Shift+O</source>
@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>&amp;Save Digests...</source>
-        <translation>Prüfsummen &amp;speichern...</translation>
+        <translation>&amp;Speichern...</translation>
     </message>
     <message>
         <source>C&amp;lear List</source>
@@ -48,15 +48,15 @@
     </message>
     <message>
         <source>&amp;Pause</source>
-        <translation>&amp;Anhalten</translation>
+        <translation>&amp;Pause</translation>
     </message>
     <message>
         <source>&amp;Go On</source>
-        <translation>&amp;Fortsetzen</translation>
+        <translation>&amp;Weiter</translation>
     </message>
     <message>
         <source>S&amp;top...</source>
-        <translation>Ab&amp;brechen...</translation>
+        <translation>&amp;Alles abbrechen...</translation>
     </message>
     <message>
         <source>&amp;File</source>
@@ -88,7 +88,7 @@ Save Digests writes a file that sha256sum -c can check.</source>
 
 Das Kontextmenü einer Zeile kopiert die Prüfsumme, öffnet den Ordner, versucht es erneut oder bricht ab.
 
-Prüfsummen speichern schreibt eine Datei, die sha256sum -c prüft.</translation>
+Speichern schreibt die Prüfsummen in eine Datei, die sha256sum -c prüft.</translation>
     </message>
     <message>
         <source>About</source>
@@ -124,7 +124,7 @@ Prüfsummen speichern schreibt eine Datei, die sha256sum -c prüft.</translation
     </message>
     <message>
         <source>Stop</source>
-        <translation>Abbrechen</translation>
+        <translation>Alles abbrechen</translation>
     </message>
     <message>
         <source>Cancel all commands that have not finished?</source>
@@ -142,7 +142,7 @@ Prüfsummen speichern schreibt eine Datei, die sha256sum -c prüft.</translation
     <name>SaveCommandData</name>
     <message>
         <source>Save the digests to %1</source>
-        <translation>Prüfsummen in %1 speichern</translation>
+        <translation>Speichern in %1</translation>
     </message>
 </context>
 <context>
@@ -219,7 +219,7 @@ Prüfsummen speichern schreibt eine Datei, die sha256sum -c prüft.</translation
     </message>
     <message>
         <source>Paused</source>
-        <translation>Angehalten</translation>
+        <translation>Pausiert</translation>
     </message>
     <message>
         <source>Stopping</source>
