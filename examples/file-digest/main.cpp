@@ -17,7 +17,6 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QTextStream>
 
 #include <utility>
 
@@ -29,7 +28,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int failure = 1;
 constexpr int interruptedByUser = 130; // 128 plus the number of SIGINT, as a shell reports it
 
 bool isStandardOutputTerminal()
@@ -39,11 +37,6 @@ bool isStandardOutputTerminal()
 #else
     return false;
 #endif
-}
-
-void printError(const QString &message)
-{
-    QTextStream(stderr) << "file-digest: " << message << Qt::endl;
 }
 
 int digestFiles(const QStringList &paths, const QStringList &excludedNames)

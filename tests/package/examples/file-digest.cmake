@@ -40,7 +40,9 @@ else()
     run_digest()
     set(table "s/^(.?[0-9a-f]{64})  FINISHED   /\\1  /p")
     run("file-digest | sha256sum -c" sh -c "\"$0\" | sed -nE '${table}' | sha256sum -c" "${PROGRAM}")
-    run("file-digest > /dev/full" sh -c "\"$0\" > /dev/full" "${PROGRAM}")
+    foreach(option IN ITEMS "" " --help")
+        run("file-digest${option} > /dev/full" sh -c "\"$0\"${option} > /dev/full" "${PROGRAM}")
+    endforeach()
     # The first file is done, so the second one, which takes seconds, is under way.
     set(interrupt [[
         mkdir ../long && touch ../long/1 ../long/3 && truncate -s 8G ../long/2 && mkfifo ../rows
