@@ -9,17 +9,14 @@ class NaturalSortTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { QLocale::setDefault(previousLocale); }
-
     void ordersPairs_data()
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("first");
         QTest::addColumn<QString>("second");
         QTest::newRow("number") << u"en_US"_s << u"file2"_s << u"file10"_s;
-        QTest::newRow("number inside") << u"en_US"_s << u"a9b"_s << u"a10b"_s;
         QTest::newRow("number of more digits") << u"en_US"_s << u"scan 9"_s << u"scan 100"_s;
-        QTest::newRow("numbers") << u"en_US"_s << u"x1.9"_s << u"x1.10"_s;
+        QTest::newRow("numbers inside") << u"en_US"_s << u"x1.9b"_s << u"x1.10b"_s;
         QTest::newRow("letters before case") << u"en_US"_s << u"a"_s << u"B"_s;
         QTest::newRow("case") << u"en_US"_s << u"a"_s << u"A"_s;
         QTest::newRow("blank") << u"en_US"_s << u"a c"_s << u"ab"_s;
@@ -47,9 +44,6 @@ private Q_SLOTS:
         QCOMPARE(list.capacity(), 10);
         QCOMPARE(shared, QList<QString>({second, first, first}));
     }
-
-private:
-    const QLocale previousLocale;
 };
 
 QTEST_GUILESS_MAIN(NaturalSortTest)
