@@ -28,11 +28,11 @@ QString makeNumber(Input &input)
     }
 }
 
-/** Returns the bits of @p real in hexadecimal. */
-template <typename Real>
-QByteArray bits(Real real)
+/** Returns the bits of @p value in hexadecimal. */
+template <typename T>
+QByteArray bits(const T &value)
 {
-    return QByteArray(reinterpret_cast<const char *>(&real), sizeof real).toHex();
+    return QByteArray(reinterpret_cast<const char *>(&value), sizeof value).toHex();
 }
 
 /** Returns what may be in a field: a number most of the time, or pieces that readers like to get wrong. */
@@ -54,26 +54,13 @@ QString makeField(Input &input)
 void checkReaders(Input &input)
 {
     const QString text = makeField(input) + input.oneOf(u" e") + makeField(input);
-    const QPointF point = Own::stringToQPointF(text);
-    const QPointF expectedPoint = reference::stringToQPointF(text);
-    const QVector2D vector = Own::stringToVector2D(text);
-    const QVector2D expectedVector = reference::stringToVector2D(text);
     check("stringToIntegerArray", Own::stringToIntegerArray(text), reference::stringToIntegerArray(text), text);
     check("stringToFloat", bits(Own::stringToFloat(text, 'e')), bits(reference::stringToFloat(text, 'e')), text);
-    check("stringToQPointF, x", bits(point.x()), bits(expectedPoint.x()), text);
-    check("stringToQPointF, y", bits(point.y()), bits(expectedPoint.y()), text);
-    check("stringToVector2D, x", bits(vector.x()), bits(expectedVector.x()), text);
+    check("stringToQPointF", bits(Own::stringToQPointF(text)), bits(reference::stringToQPointF(text)), text);
+    check("stringToVector2D", bits(Own::stringToVector2D(text)), bits(reference::stringToVector2D(text)), text);
 }
 
-void checkIntegerWriters(Input &input)
-{
-    std::vector<int> values(std::size_t(input.below(100)));
-    std::generate(values.begin(), values.end(), [&input] { return input.integer<int>() >> input.below(32); });
-    const QString expected = reference::toString(values.data(), int(values.size()));
-    check("integerArrayToString", Own::integerArrayToString(values), expected);
-}
-
-void checkRealWriters(Input &input)
+void checkWriters(Input &input)
 {
     const int precision = input.oneIn(50) ? input.below(256) - 150 : input.below(21) - 1;
     const bool fixed = input.oneIn(2);
@@ -91,9 +78,11 @@ void checkRealWriters(Input &input)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static constexpr void (*checks[])(Input &) = {
-        &checkReaders, &checkReaders, &checkRealWriters, &checkIntegerWriters};
     Input input(data, size);
-    input.oneOf(checks)(input);
+    if (input.oneIn(3)) {
+        checkWriters(input);
+    } else {
+        checkReaders(input);
+    }
     return 0;
 }
