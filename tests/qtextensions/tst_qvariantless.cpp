@@ -6,17 +6,21 @@
 #include <QUrl>
 #include <QUuid>
 
-#include <string>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class Model : public QStringListModel
+const qtextensions::QVariantLess isLess;
+
+struct Model : QStringListModel
 {
-public:
     using QStringListModel::createIndex;
 };
+
+void add(const char *row, const QVariant &lesser, const QVariant &greater)
+{
+    QTest::newRow(row) << lesser << greater;
+}
 
 } // namespace
 
@@ -29,44 +33,40 @@ private Q_SLOTS:
     {
         QTest::addColumn<QVariant>("lesser");
         QTest::addColumn<QVariant>("greater");
-        QTest::newRow("bool") << QVariant(false) << QVariant(true);
-        QTest::newRow("int") << QVariant(-1) << QVariant(0);
-        QTest::newRow("uint") << QVariant(1U) << QVariant(0x80000000U);
+        add("bool", false, true);
+        add("int", -1, 0);
+        add("uint", 1U, 0x80000000U);
         const qint64 large = Q_INT64_C(1) << 53;
-        QTest::newRow("qlonglong, no doubles") << QVariant(large) << QVariant(large + 1);
-        QTest::newRow("qulonglong") << QVariant(quint64(large)) << QVariant(~quint64(0));
-        QTest::newRow("double") << QVariant(1.0) << QVariant(1.0 + 1e-15);
-        QTest::newRow("QChar, case") << QVariant(QChar(u'B')) << QVariant(QChar(u'a'));
-        QTest::newRow("QChar, unsigned") << QVariant(QChar(u'a')) << QVariant(QChar(u'\uff5e'));
-        QTest::newRow("QString, case") << QVariant(u"B"_s) << QVariant(u"a"_s);
-        QTest::newRow("QString, no locale") << QVariant(u"z"_s) << QVariant(u"ä"_s);
-        QTest::newRow("QString, code units") << QVariant(u"😀"_s) << QVariant(u"～"_s);
-        QTest::newRow("QStringList, elements")
-            << QVariant(QStringList{u"A"_s, u"b"_s}) << QVariant(QStringList{u"a"_s});
-        QTest::newRow("QStringList, prefix") << QVariant(QStringList{u"a"_s}) << QVariant(QStringList{u"a"_s, {}});
-        QTest::newRow("QByteArray, NUL") << QVariant(QByteArrayLiteral("a\0a")) << QVariant(QByteArrayLiteral("a\0b"));
-        QTest::newRow("QDate, no text") << QVariant(QDate(9999, 1, 1)) << QVariant(QDate(10000, 1, 1));
-        QTest::newRow("QTime, milliseconds") << QVariant(QTime(1, 2, 3, 4)) << QVariant(QTime(1, 2, 3, 5));
+        add("qlonglong, no doubles", large, large + 1);
+        add("qulonglong", quint64(large), ~quint64(0));
+        add("double", 1.0, 1.0 + 1e-15);
+        add("QChar, case", QChar(u'B'), QChar(u'a'));
+        add("QChar, unsigned", QChar(u'a'), QChar(u'\uff5e'));
+        add("QString, case", u"B"_s, u"a"_s);
+        add("QString, code units", u"😀"_s, u"～"_s);
+        add("QStringList, elements", QStringList{u"A"_s, u"b"_s}, QStringList{u"a"_s});
+        add("QStringList, prefix", QStringList{u"a"_s}, QStringList{u"a"_s, {}});
+        add("QByteArray, NUL", QByteArrayLiteral("a\0a"), QByteArrayLiteral("a\0b"));
+        add("QDate, no text", QDate(9999, 1, 1), QDate(10000, 1, 1));
+        add("QTime, milliseconds", QTime(1, 2, 3, 4), QTime(1, 2, 3, 5));
         const QDateTime noon(QDate(2024, 2, 29), QTime(12, 0), Qt::UTC);
-        QTest::newRow("QDateTime, milliseconds") << QVariant(noon) << QVariant(noon.addMSecs(1));
-        QTest::newRow("QDateTime, offset") << QVariant(noon.toOffsetFromUtc(7200)) << QVariant(noon.addSecs(60));
-        QTest::newRow("QUrl") << QVariant(QUrl(u"http://a/"_s)) << QVariant(QUrl(u"http://b/"_s));
-        QTest::newRow("QUuid, variant first") << QVariant(QUuid(u"{f0000000-0000-4000-0000-000000000000}"_s))
-                                              << QVariant(QUuid(u"{10000000-0000-4000-8000-000000000000}"_s));
+        add("QDateTime, milliseconds", noon, noon.addMSecs(1));
+        add("QDateTime, offset", noon.toOffsetFromUtc(7200), noon.addSecs(60));
+        add("QUrl", QUrl(u"http://a/"_s), QUrl(u"http://b/"_s));
+        const QUuid variant0(u"{f0000000-0000-4000-0000-000000000000}"_s);
+        add("QUuid, variant first", variant0, QUuid(u"{10000000-0000-4000-8000-000000000000}"_s));
         static const Model model;
         const auto index = [](int row, int column, quintptr id) { return model.createIndex(row, column, id); };
-        QTest::newRow("QModelIndex, row") << QVariant(index(0, 1, 1)) << QVariant(index(1, 0, 0));
-        QTest::newRow("QModelIndex, column") << QVariant(index(0, 0, 1)) << QVariant(index(0, 1, 0));
-        QTest::newRow("QModelIndex, id") << QVariant(index(0, 0, 1)) << QVariant(index(0, 0, ~quintptr(0)));
-        QTest::newRow("QModelIndex, model") << QVariant(QModelIndex()) << QVariant(index(-1, -1, 0));
-        QTest::newRow("QPersistentModelIndex")
-            << QVariant(QPersistentModelIndex(index(0, 0, 0))) << QVariant(QPersistentModelIndex(index(1, 0, 0)));
+        add("QModelIndex, row", index(0, 1, 1), index(1, 0, 0));
+        add("QModelIndex, column", index(0, 0, 1), index(0, 1, 0));
+        add("QModelIndex, id", index(0, 0, 1), index(0, 0, ~quintptr(0)));
+        add("QModelIndex, model", QModelIndex(), index(-1, -1, 0));
+        add("QPersistentModelIndex", QPersistentModelIndex(index(0, 0, 0)), QPersistentModelIndex(index(1, 0, 0)));
     }
     void orders()
     {
         QFETCH(QVariant, lesser);
         QFETCH(QVariant, greater);
-        const qtextensions::QVariantLess isLess;
         QVERIFY(isLess(lesser, greater));
         QVERIFY(!isLess(greater, lesser));
         QVERIFY(!isLess(lesser, lesser));
@@ -74,17 +74,14 @@ private Q_SLOTS:
 
     void otherTypes()
     {
-        const qtextensions::QVariantLess isLess;
         QCOMPARE(isLess(u"10"_s, 9), true); // the left type decides
         QCOMPARE(isLess(9, u"10"_s), true);
-        QCOMPARE(isLess(1, 1.4), false);
         QCOMPARE(isLess(-1, QVariant()), true);
         QCOMPARE(isLess(0, QVariant()), false);
         QCOMPARE(isLess(QVariant(), 1), false);
         QCOMPARE(isLess(qQNaN(), 1.0), false);
         QCOMPARE(isLess(1.0, qQNaN()), false);
         QCOMPARE(isLess(1.0f, 2.0f), false);
-        QCOMPARE(isLess(QVariant::fromValue(std::string("a")), QVariant::fromValue(std::string("b"))), false);
     }
 };
 
