@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -19,12 +18,7 @@ template <typename T, typename Text = QString>
 void check(const char *function, const T &actual, const T &expected, const Text &input = {})
 {
     if (!(actual == expected)) {
-        const QString message = QStringLiteral("%1 of %2 is %3, should be %4")
-                                    .arg(QString::fromLatin1(function),
-                                        QDebug::toString(input),
-                                        QDebug::toString(actual),
-                                        QDebug::toString(expected));
-        std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+        qCritical() << function << "of" << input << "is" << actual << "but should be" << expected;
         std::abort();
     }
 }

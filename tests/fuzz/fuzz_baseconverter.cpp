@@ -3,7 +3,7 @@
 
 #include <numerics/BaseConverter.h>
 
-#include <gmp.h>
+#include <gmpxx.h>
 
 #include <cctype>
 #include <string>
@@ -12,29 +12,22 @@
 
 namespace {
 
-std::string takeText(mpz_t number, unsigned int base)
+std::string toText(const mpz_class &number, unsigned int base)
 {
-    char *const text = mpz_get_str(nullptr, -static_cast<int>(base), number); // a negative base gives upper case
-    const std::string result = text;
-    std::free(text);
-    mpz_clear(number);
-    return result;
+    return number.get_str(-static_cast<int>(base)); // a negative base gives upper case
 }
 
 /** Returns digits with other bytes between them, or a number close to a multiple of a power of two or ten, where the
  * converters cut. */
 std::string makeDigits(Input &input, const BaseConverter &converter)
 {
-    std::string digits;
     if (input.oneIn(3)) {
-        mpz_t number;
-        mpz_init(number);
-        mpz_ui_pow_ui(number, input.oneIn(2) ? 2 : 10, input.integer<std::uint16_t>() % 7000);
-        mpz_mul_ui(number, number, input.integer<std::uint16_t>());
-        mpz_sub_ui(number, number, input.integer<std::uint8_t>() % 3U);
-        mpz_abs(number, number);
-        return takeText(number, converter.getSourceBase());
+        mpz_class number;
+        mpz_ui_pow_ui(number.get_mpz_t(), input.oneIn(2) ? 2 : 10, input.integer<std::uint16_t>() % 7000);
+        number = abs(number * input.integer<std::uint16_t>() - input.below(3));
+        return toText(number, converter.getSourceBase());
     }
+    std::string digits;
     while (!input.isAtEnd()) {
         digits += input.oneIn(20) ? input.integer<char>() : input.oneOf(converter.getSourceBaseSet());
     }
@@ -57,12 +50,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         const int upper = std::toupper(static_cast<unsigned char>(digit));
         digit = converter.getSourceBaseSet().find(char(upper)) == std::string::npos ? '0' : digit;
     }
-    mpz_t number;
-    mpz_init_set_str(number, known.c_str(), static_cast<int>(converter.getSourceBase()));
-    const std::string expected = takeText(number, converter.getTargetBase());
-    check("convert",
-        QByteArray::fromStdString(converter.convert(text)),
-        QByteArray::fromStdString(expected),
-        text.c_str());
+    const mpz_class number(known, static_cast<int>(converter.getSourceBase()));
+    const auto show = &QByteArray::fromStdString;
+    check("convert", show(converter.convert(text)), show(toText(number, converter.getTargetBase())), show(text));
     return 0;
 }

@@ -39,7 +39,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         list.append(isAsciiAndLetters ? makeAsciiAndLetters(input, firstLetter) : input.text(pieces, 8));
     }
     QList<QString> expected = list;
-    expected.detach();
     NaturalSort::sort(list);
     QCollator collator;
     collator.setNumericMode(true);
