@@ -29,6 +29,8 @@ class QVariantLessTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::English)); } // in which "a" comes before "B"
+
     void orders_data()
     {
         QTest::addColumn<QVariant>("lesser");
@@ -76,6 +78,7 @@ private Q_SLOTS:
     {
         QCOMPARE(isLess(u"10"_s, 9), true); // the left type decides
         QCOMPARE(isLess(9, u"10"_s), true);
+        QCOMPARE(isLess(1, 1.4), false);
         QCOMPARE(isLess(-1, QVariant()), true);
         QCOMPARE(isLess(0, QVariant()), false);
         QCOMPARE(isLess(QVariant(), 1), false);
