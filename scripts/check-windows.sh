@@ -128,9 +128,9 @@ build=$PWD/build/windows
 WINEPATH=$(printf 'Z:%s;' "$build/src" "$qt/bin" "$runtime" "/usr/$host/lib" | tr / '\\')
 export WINEPATH
 
-start_wine() { "$wine" wineboot -u; }
+create_prefix() { "$wine" wineboot -u; }
 wine_started=1
-once start_wine
+once create_prefix
 
 left_out=()
 without=(-DCMAKE_DISABLE_FIND_PACKAGE_Doxygen=ON -DCMAKE_DISABLE_FIND_PACKAGE_Spin=ON -DCMAKE_DISABLE_FIND_PACKAGE_GDB=ON)
@@ -145,4 +145,5 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_REL
     -DCMAKE_CROSSCOMPILING_EMULATOR="$wine" -DGMP_INCLUDE_DIR="$gmp" -DGMP_LIBRARY="$gmp/libgmp.a" "${without[@]}" \
     --log-level=WARNING
 cmake --build "$build"
+"$wine" wineboot # starts Wine's services, so that the first test does not wait for them
 ctest --test-dir "$build" --parallel "$(nproc)" --output-on-failure --no-tests=error "${left_out[@]}" "$@"
