@@ -174,27 +174,28 @@ public:
 private:
     void operate()
     {
-        const int operation = input.below(depth == 0 ? 14 : 11); // only from outside may it drive the queue
+        const int number = input.below(depth == 0 ? 14 : 11); // only from outside may it drive the queue
         Item &item = items[input.below(3)];
-        const int number = input.below(9);
-        note(u"operation %1"_s.arg(operation), &item.data);
-        const std::function<void()> operations[] = {
-            [] {},
-            [&] { queue.addCommand(item.command); },
-            [&] { queue.cancelCommand(item.command); },
-            [&] { queue.cancelCommandByReference(item.data.getReference()); },
-            [&] { queue.removeCommand(item.command); },
-            [&] { queue.pause(); },
-            [&] { item.command->resume(); },
-            [&] { item.command->setError(number - 1); },
-            [&] { item.data.setStatus(CommandData::Status(number)); },
-            [&] { item.data.setStatus(CommandData::REQUIRE_USER_ACTION); },
-            [&] { item.command->startable = !item.command->startable; },
-            [&] { queue.startNextCommand(); },
-            [&] { queue.process(); },
-            [&] { queue.process(); },
+        const int value = input.below(9);
+        const std::pair<const char *, std::function<void()>> operations[] = {
+            {"nothing", [] {}},
+            {"addCommand", [&] { queue.addCommand(item.command); }},
+            {"cancelCommand", [&] { queue.cancelCommand(item.command); }},
+            {"cancelCommandByReference", [&] { queue.cancelCommandByReference(item.data.getReference()); }},
+            {"removeCommand", [&] { queue.removeCommand(item.command); }},
+            {"pause", [&] { queue.pause(); }},
+            {"resume", [&] { item.command->resume(); }},
+            {"setError", [&] { item.command->setError(value - 1); }},
+            {"setStatus", [&] { item.data.setStatus(CommandData::Status(value)); }},
+            {"require user action", [&] { item.data.setStatus(CommandData::REQUIRE_USER_ACTION); }},
+            {"change startable", [&] { item.command->startable = !item.command->startable; }},
+            {"startNextCommand", [&] { queue.startNextCommand(); }},
+            {"process", [&] { queue.process(); }},
+            {"process", [&] { queue.process(); }},
         };
-        operations[operation]();
+        const auto &[name, operation] = operations[number];
+        note(QString::fromLatin1(name), &item.data);
+        operation();
     }
 
     void happen(const QString &event, const CommandData *data)
@@ -214,23 +215,25 @@ private:
     {
         const CommandPointer next = queue.getNextCommandThatCanBeStarted();
         QString text = QString(4 * depth, u' ') + event
-            + u" of %1: next %2, listed "_s.arg(indexOf(data)).arg(next ? indexOf(next->getCommandData()) : -1);
+            + u" of %1; next %2; list "_s.arg(nameOf(data)).arg(next ? nameOf(next->getCommandData()) : u'-');
         for (const CommandPointer &listed : queue.getCommands()) {
-            text += QString::number(indexOf(listed->getCommandData()));
+            text += nameOf(listed->getCommandData());
         }
-        text += u", paused %1, processing %2, active %3"_s.arg(queue.isPaused())
-                    .arg(queue.isProcessing())
-                    .arg(queue.isActive());
+        const auto flag = [&text](
+                              const char *name, bool isSet) { text += isSet ? QLatin1String(name) : QLatin1String(); };
+        flag(" paused", queue.isPaused());
+        flag(" processing", queue.isProcessing());
+        flag(" active", queue.isActive());
         for (Item &item : items) {
-            TestCommand &command = *item.command;
-            text += u"; %1, code %2, listed %3, cancelled %4, paused %5"_s.arg(item.data.getStatus())
-                        .arg(item.data.getErrorCode())
-                        .arg(queue.hasCommand(&command))
-                        .arg(command.isCancelled())
-                        .arg(command.isPaused());
+            text += u"; "_s + nameOf(&item.data) + u' ' + item.data.getStatusAsString() + u' '
+                + QString::number(item.data.getErrorCode());
+            flag(" listed", queue.hasCommand(item.command.data()));
+            flag(" cancelled", item.command->isCancelled());
+            flag(" paused", item.command->isPaused());
         }
         events.append(text);
     }
+    QChar nameOf(const CommandData *data) const { return QChar(u'A' + static_cast<int>(indexOf(data))); }
     std::ptrdiff_t indexOf(const CommandData *data) const
     {
         const auto isOf = [data](const Item &item) { return &item.data == data; };
@@ -252,9 +255,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     for (int step = 1; !library.input.isAtEnd(); ++step) {
         const QStringList actual = library.step();
         const QStringList expected = model.step();
-        const auto agreed = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end()).first;
-        const qsizetype from = std::max<qsizetype>(agreed - actual.begin() - 8, 0); // the last that agree
-        check("step", actual.mid(from, 9), expected.mid(from, 9), step);
+        if (actual != expected) {
+            const auto agreed = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end()).first;
+            const qsizetype index = agreed - actual.begin();
+            const qsizetype from = std::max<qsizetype>(index - 8, 0);
+            qCritical().noquote() << "step" << step << u'\n' + actual.mid(from, index - from).join(u'\n')
+                                  << "\nqueue:" << actual.value(index) << "\nmodel:" << expected.value(index);
+            std::abort();
+        }
     }
     return 0;
 }
