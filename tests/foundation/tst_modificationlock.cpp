@@ -24,7 +24,7 @@ private Q_SLOTS:
             std::vector<std::thread> threads;
             for (int i = 0; i < 4; ++i) {
                 threads.emplace_back([type, &failures, first = std::make_unique<ModificationLock>(type)]() mutable {
-                    for (int j = 0; j < 100'000; ++j) {
+                    for (int j = 0; j < 300'000; ++j) {
                         const ModificationLock second(type);
                         first.reset();
                         failures += !ModificationLock::isLocked(type);
