@@ -1,13 +1,9 @@
 // Compiled against libc++: what the tests need of a Qt whose own functions take the types of libstdc++.
 #include <QByteArray>
-#include <QJsonObject>
 #include <QMetaType>
-#include <QThread>
 
 #include <functional>
-#include <future>
 #include <string>
-#include <utility>
 
 bool registerConverterInQt(
     bool (*call)(const void *context, const void *from, void *to), const void *context, QMetaType from, QMetaType to);
@@ -22,14 +18,6 @@ QByteArray QByteArray::fromStdString(const std::string &text)
 std::string QByteArray::toStdString() const
 {
     return std::string(data(), std::size_t(size()));
-}
-
-QJsonObject::QJsonObject(std::initializer_list<std::pair<QString, QJsonValue>> members)
-    : QJsonObject()
-{
-    for (const auto &[key, value] : members) {
-        insert(key, value);
-    }
 }
 
 // The registered functions live until the end of the process.
@@ -47,23 +35,4 @@ bool QMetaType::registerMutableViewFunction(const MutableViewFunction &function,
         return (*static_cast<const MutableViewFunction *>(context))(source, target);
     };
     return registerMutableViewInQt(call, new MutableViewFunction(function), from, to);
-}
-
-QThread *QThread::createThreadImpl(std::future<void> &&future)
-{
-    class Thread : public QThread
-    {
-    public:
-        explicit Thread(std::future<void> &&future)
-            : future(std::move(future))
-        {
-        }
-        ~Thread() override { wait(); }
-
-    private:
-        void run() override { future.get(); }
-
-        std::future<void> future;
-    };
-    return new Thread(std::move(future));
 }
