@@ -121,7 +121,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("description");
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("code");
-        QTest::addColumn<QString>("line"); // behind the common beginning
+        QTest::addColumn<QString>("line"); // after the common beginning
         const auto row =
             [](const char *name, const char *description, const char *message, int code, const char *line) {
                 QTest::newRow(name) << description << message << code << line;

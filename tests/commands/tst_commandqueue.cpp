@@ -321,18 +321,18 @@ private Q_SLOTS:
     void lastReference_data()
     {
         addColumns();
-        const Steps behindB{add('B'), add('A'), removeOne('A')};
+        const Steps afterB{add('B'), add('A'), removeOne('A')};
         row("run", {release, process}, "destroyed A");
-        row("second in the run", behindB + Steps{release, process}, "destroyed A processing");
+        row("second in the run", afterB + Steps{release, process}, "destroyed A processing");
         row("left behind by an error handler",
             {leaveCurrent, removeOne('A'), release, add('B'), process},
             "destroyed A processing");
         row("left behind, then user action",
             {leaveCurrent, removeOne('A'), release, requireUserAction('B'), add('B'), process},
             "destroyed A paused");
-        row("error", behindB + Steps{during("execute A", {error}), release, process}, "destroyed A processing");
+        row("error", afterB + Steps{during("execute A", {error}), release, process}, "destroyed A processing");
         row("error, cleared under the mutex",
-            behindB
+            afterB
                 + Steps{during("execute A", {error}),
                     during("handleCommandInError", {removeCurrent, clearCurrent}),
                     release,
@@ -359,7 +359,7 @@ private Q_SLOTS:
             row(name, {operation}, "destroyed A");
             for (const auto &[place, destruction] : places) {
                 const Steps all{during(place, {operation}), add('B'), requireUserAction('B'), process, cancel('B')};
-                QTest::addRow("%s in %s", name, place) << behindB + Steps{showLooks('B')} + all << destruction;
+                QTest::addRow("%s in %s", name, place) << afterB + Steps{showLooks('B')} + all << destruction;
             }
         }
     }

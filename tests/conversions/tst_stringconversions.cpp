@@ -26,7 +26,7 @@ void add(const char *row, const Value &actual, const Value &expected)
     QTest::newRow(row) << QVariant::fromValue(actual) << QVariant::fromValue(expected);
 }
 
-/** Shows the map in @p text and what was logged. */
+// Returns the map that was read, or "refused", and the log lines.
 QString readVersions(const QString &text)
 {
     const LogRecorder log;
@@ -84,7 +84,7 @@ private Q_SLOTS:
 
         add("to float", S::stringToFloat(u"1.5D+3"_s, 'D'), 1500.0f);
         add("to float, Latin-1", S::stringToFloat(u"1.5é+3"_s, '\xe9'), 1500.0f);
-        add("to float, read whole", S::stringToFloat(u"1.5E3"_s), 1500.0f);
+        add("to float, no separator", S::stringToFloat(u"1.5E3"_s), 1500.0f);
         add("to float, power beyond float", S::stringToFloat(u"1e-30x60"_s, 'x'), 1e30f);
 
         add("integers", S::integerArrayToString({1, -2, 3}), u"1 -2 3"_s);
@@ -104,7 +104,7 @@ private Q_SLOTS:
         add("point", S::qpointToString(QPoint(10, -20)), u"10 -20"_s);
         add("to point, three fields", S::stringToQPoint(u"10 -20 30"_s), QPoint(10, -20));
         add("to point, one field", S::stringToQPoint(u"10"_s), QPoint(0, 0));
-        add("to point, first blank", S::stringToQPoint(u" 5"_s), QPoint(0, 5));
+        add("to point, leading blank", S::stringToQPoint(u" 5"_s), QPoint(0, 5));
         add("to point, no integers", S::stringToQPoint(u"1.5 ~2"_s), QPoint(0, 0));
         add("pointF", S::qpointfToString(QPointF(0.1, -0.0)), u"0.10000000000000001 0"_s);
         add("pointF, 3 digits", S::qpointfToString(QPointF(3.14159265, 1234567), 3), u"3.14 1.23e+06"_s);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         add("to size, three fields", S::stringToQSize(u"640 x 480"_s), QSize(640, 480));
         add("to size, one field", S::stringToQSize(u"640"_s), QSize(640, 640));
         add("to size, empty", S::stringToQSize(u""_s), QSize(0, 0));
-        add("to size, last blank", S::stringToQSize(u"640 480 "_s), QSize(640, 0));
+        add("to size, trailing blank", S::stringToQSize(u"640 480 "_s), QSize(640, 0));
         add("sizeF", S::qSizeFToString(QSizeF(0.1, 2.5)), u"0.10000000000000001 2.5"_s);
         add("to sizeF, three fields", S::stringToQSizeF(u"1 x 2.5"_s), QSizeF(1, 2.5));
         add("to sizeF, one field", S::stringToQSizeF(u"2.5"_s), QSizeF(2.5, 2.5));
@@ -175,7 +175,7 @@ private Q_SLOTS:
         const QString k(512, u'k'); // as long as the writer's buffer
         add("long keys", S::mapToString(TextMap{{k, u"v"_s}, {k + k, {}}}), QString(k + u" v | "_s + k + k + u' '));
         add("to map, bare bar, other order", readVersions(u"b 3.0|a 1.2"_s), u"a 1.2 | b 3.0"_s);
-        add("to map, much white space", readVersions(u"\n a  \t 1.2 \t"_s), u"a 1.2"_s);
+        add("to map, white space everywhere", readVersions(u"\n a  \t 1.2 \t"_s), u"a 1.2"_s);
         add("to map, last of a key wins", readVersions(u"a 3 | b 2 | a 0"_s), u"a 0 | b 2"_s);
         add("to map, no number", readVersions(u"a abc"_s), u"a "_s);
         const QString refusal = u"refused: 1 default invalid version format (%1)"_s;

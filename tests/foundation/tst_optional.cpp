@@ -13,7 +13,7 @@ using Numbers = std::vector<int>;
 
 namespace {
 
-/** Over-aligned, without a default constructor; it cannot be copied. */
+// Over-aligned, without a default constructor; it cannot be copied.
 struct alignas(64) Demanding
 {
     explicit Demanding(int) { }
@@ -26,7 +26,7 @@ static_assert(!QTypeInfo<Optional<int>>::isRelocatable && !std::is_trivially_cop
 static_assert(std::is_nothrow_move_constructible_v<Optional<Shared>>);
 static_assert(!std::is_nothrow_move_constructible_v<Optional<Demanding>>);
 
-/** Shows the number that is held. */
+// Shows the number that is held.
 QString show(const Optional<Shared> &optional)
 {
     return !optional.hasValue() ? u"nothing"_s
@@ -48,17 +48,17 @@ private Q_SLOTS:
         for (const Optional<Shared> &target : {Optional<Shared>(), Optional<Shared>(one)}) {
             for (const Optional<Shared> &source : {Optional<Shared>(), Optional<Shared>(two)}) {
                 const QString expected = source.hasValue() ? u"2"_s : u"nothing"_s;
-                const QString expectedRest = source.hasValue() ? u"moved-from"_s : u"nothing"_s;
+                const QString expectedSource = source.hasValue() ? u"moved-from"_s : u"nothing"_s;
                 Optional<Shared> copied(target);
                 copied = source;
                 QCOMPARE(show(source), expected);
                 QCOMPARE(show(copied), expected);
                 Optional<Shared> moved(target);
                 moved = std::move(copied);
-                QCOMPARE(show(copied), expectedRest);
+                QCOMPARE(show(copied), expectedSource);
                 const Optional<Shared> moveConstructed(std::move(moved));
                 QCOMPARE(show(moveConstructed), expected);
-                QCOMPARE(show(moved), expectedRest);
+                QCOMPARE(show(moved), expectedSource);
             }
         }
         QCOMPARE(one.use_count(), 1);
@@ -80,7 +80,7 @@ private Q_SLOTS:
     void assignmentToItselfKeepsTheValue()
     {
         Optional<Numbers> optional(Numbers{1}); // a vector moved onto itself is emptied
-        Optional<Numbers> &same = optional; // compilers warn of what they see through
+        Optional<Numbers> &same = optional; // compilers warn about an obvious self-assignment
         optional = same;
         optional = std::move(same);
         QCOMPARE(optional.getValue(), Numbers{1});

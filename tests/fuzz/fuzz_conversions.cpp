@@ -28,14 +28,14 @@ QString makeNumber(Input &input)
     }
 }
 
-/** Returns the bits of @p value in hexadecimal. */
+// Returns the bits of `value` in hexadecimal.
 template <typename T>
 QByteArray bits(const T &value)
 {
     return QByteArray(reinterpret_cast<const char *>(&value), sizeof value).toHex();
 }
 
-/** Returns what may be in a field: a number most of the time, or pieces that readers like to get wrong. */
+// Returns what may be in a field: a number most of the time, or pieces that readers like to get wrong.
 QString makeField(Input &input)
 {
     static const QStringList pieces = QStringLiteral(

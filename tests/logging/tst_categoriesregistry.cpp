@@ -13,7 +13,7 @@ class CategoriesRegistryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void takesNamesAsTheyAre()
+    void storesNamesUnchanged()
     {
         CategoriesRegistry registry;
         const QList<QString> &live = registry.getCategories();
@@ -24,7 +24,7 @@ private Q_SLOTS:
         QCOMPARE(live, names);
     }
 
-    void copiesAreIndependentAndMovesLeaveNothing()
+    void copiesAreIndependentAndMovesEmptyTheSource()
     {
         CategoriesRegistry source;
         source.insertCategory(u"b"_s);
@@ -42,7 +42,7 @@ private Q_SLOTS:
         QCOMPARE(moved.getCategories(), QList<QString>({u"c"_s}));
     }
 
-    void registrarEntersIntoItsRegistryOnly()
+    void registrarUsesOnlyItsRegistry()
     {
         CategoriesRegistry registry;
         CategoriesRegistrar registrar(network, registry);

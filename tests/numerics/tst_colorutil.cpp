@@ -19,7 +19,7 @@ private Q_SLOTS:
         QCOMPARE(ColorUtil::interpolate(first, second, 1.0), first);
         QCOMPARE(ColorUtil::interpolate(first, second, 0.0), second);
         QCOMPARE(ColorUtil::interpolate(first, second, 0.25), QColor(50, 40, 30, 80));
-        QCOMPARE(ColorUtil::interpolate(reds[0], reds[1], 0.1), reds[2]); // in double
+        QCOMPARE(ColorUtil::interpolate(reds[0], reds[1], 0.1), reds[2]); // needs double precision
     }
 
     void interpolatesPackedColors()
@@ -28,10 +28,12 @@ private Q_SLOTS:
         QCOMPARE(ColorUtil::interpolate(0xFF0064C8U, 0xFF281400U, 0.25), 0xFF1E2832U);
         QCOMPARE(ColorUtil::interpolate(0x00103080U, 0x00502060U, 1.0), 0xFF103080U);
         QCOMPARE(ColorUtil::interpolate(0x00103080U, 0x80502060U, 2.0), 0xFF0040A0U);
-        QCOMPARE(ColorUtil::interpolate(0xC0000080U, 0x00000060U, 1e17), 0xFF0000FFU); // weights not adding up to 1
-        QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF000001U, 0.25), 0xFF000001U); // no truncation
-        QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF00002DU, 0.3), 0xFF000020U); // no mixing of bytes
-        QCOMPARE(ColorUtil::interpolate(0xFF000001U, 0xFF00001AU, 0.1), 0xFF000018U); // in double
+        QCOMPARE(ColorUtil::interpolate(0xC0000080U, 0x00000060U, 1e17),
+            0xFF0000FFU); // the weights 1e17 and 1 - 1e17 do not add up to 1
+        QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF000001U, 0.25), 0xFF000001U); // rounded, not truncated
+        QCOMPARE(
+            ColorUtil::interpolate(0xFF000000U, 0xFF00002DU, 0.3), 0xFF000020U); // mixed as real numbers, not as bytes
+        QCOMPARE(ColorUtil::interpolate(0xFF000001U, 0xFF00001AU, 0.1), 0xFF000018U); // needs double precision
     }
 
     void interpolatesBeyondTheColors()
@@ -48,15 +50,15 @@ private Q_SLOTS:
             return ColorUtil::makeDarkerColor(QColor::fromHsv(240, 10, value), fraction).value();
         };
         QCOMPARE(darken(255, 0.1f), 229); // 25.5 rounds up
-        QCOMPARE(darken(1, 0.001f), 0); // so does 0.001
-        QCOMPARE(darken(255, 0.2f), 204); // in float
+        QCOMPARE(darken(1, 0.001f), 0); // 0.001 rounds up
+        QCOMPARE(darken(255, 0.2f), 204); // float precision: double gives 203
         QCOMPARE(darken(200, 0.0f), 200);
         QCOMPARE(darken(200, float(qInf())), 0);
         QCOMPARE(darken(200, -0.5f), 200);
         QCOMPARE(darken(200, float(qQNaN())), 200);
     }
 
-    void makeDarkerColorOfOddColors()
+    void makeDarkerColorOfUnusualColors()
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
         const QColor red = QColor::fromHsv(0, 255, 155);

@@ -38,11 +38,11 @@ private Q_SLOTS:
         QCOMPARE(json::compare(QJsonDocument(QJsonObject()), QJsonDocument::fromJson("{}")), true);
     }
 
-    // As deep as Qt's parser goes, with a double before the nested array on one side and behind it on the other.
+    // As deep as Qt's parser goes, with a double before the nested array on one side and after it on the other.
     void deepestDocument()
     {
-        const auto nest = [](const QByteArray &before, const QByteArray &core, const QByteArray &behind) {
-            return QJsonDocument::fromJson(before.repeated(1023) + core + behind.repeated(1023));
+        const auto nest = [](const QByteArray &before, const QByteArray &core, const QByteArray &after) {
+            return QJsonDocument::fromJson(before.repeated(1023) + core + after.repeated(1023));
         };
         const QJsonDocument first = nest("[9223372036854775808,", "[9223372036854775807]", "]");
         QVERIFY(first.isArray());
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(json::compare(first, nest("[", "[9223372036854775806]", ",9223372036854775808]")), false);
     }
 
-    // Searching for each element in turn, this would run into the time limit.
+    // A linear search for each element would exceed the time limit of the test.
     void longArrays()
     {
         const qint64 large = Q_INT64_C(1) << 62;

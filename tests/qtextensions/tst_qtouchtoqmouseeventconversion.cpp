@@ -22,7 +22,7 @@ void comparePress(const QMouseEvent &mouse, const QPointF &expected)
     QCOMPARE(mouse.pointingDevice(), QPointingDevice::primaryPointingDevice());
 }
 
-/** Only an event that a window receives has local positions. */
+// Only an event that a window receives has local positions.
 class TouchWindow : public QWindow
 {
 public:

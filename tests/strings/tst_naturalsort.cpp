@@ -23,7 +23,7 @@ private Q_SLOTS:
         QTest::newRow("umlaut as a letter") << u"sv_SE"_s << u"z10"_s << u"ö9"_s;
         QTest::newRow("number outside ASCII, which sort keys order differently") << u"sv_SE"_s << u"1١"_s << u"1a"_s;
         QTest::newRow("code units") << u"C"_s << u"B10"_s << u"a9"_s;
-        QTest::newRow("no number in C") << u"C"_s << u"a10"_s << u"a9"_s;
+        QTest::newRow("number in the C locale") << u"C"_s << u"a10"_s << u"a9"_s;
     }
     void ordersPairs()
     {
@@ -37,10 +37,10 @@ private Q_SLOTS:
         const QList<QString> shared = {second, first, first};
         QList<QString> list = shared;
         list.reserve(10);
-        const QString *const place = list.constData();
+        const QString *const data = list.constData();
         NaturalSort::sort(list);
         QCOMPARE(list, QList<QString>({first, first, second}));
-        QCOMPARE(list.constData(), place);
+        QCOMPARE(list.constData(), data);
         QCOMPARE(list.capacity(), 10);
         QCOMPARE(shared, QList<QString>({second, first, first}));
     }

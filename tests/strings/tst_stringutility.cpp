@@ -18,7 +18,7 @@ void add(const char *row, const QString &actual, const QString &expected)
     QTest::newRow(row) << actual << expected;
 }
 
-/** Shows the map in @p text and what was logged. */
+// Returns the map that was read, or "refused", and the log lines.
 QString readMap(const QString &text)
 {
     const LogRecorder log;
