@@ -11,7 +11,7 @@ using State = QueueController::State;
 
 namespace {
 
-constexpr int margin = 4; // pixels
+constexpr int leftMargin = 4; // pixels
 constexpr int barWidth = 120;
 constexpr qint64 steadyTime = 1000; // milliseconds until the rate is meaningful
 
@@ -38,7 +38,7 @@ StatusPanel::StatusPanel(QWidget *parent)
     , bar(new QProgressBar(this))
 {
     label->setMinimumWidth(1); // not that of the text
-    setContentsMargins(margin, 0, 0, 0);
+    setContentsMargins(leftMargin, 0, 0, 0);
     bar->setFixedWidth(barWidth);
     addWidget(label, 1);
     addPermanentWidget(bar);
