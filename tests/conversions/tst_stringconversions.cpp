@@ -131,7 +131,7 @@ private Q_SLOTS:
         add("rect", S::rectToString(QRect(1, 2, 30, 40)), u"1,2,30,40"_s);
         add("to rect, five fields", S::stringToRect(u"1,2,30,40,99"_s), QRect(1, 2, 30, 40));
         add("to rect, no numbers", S::stringToRect(u"x,,30,40"_s), QRect(0, 0, 30, 40));
-        add("to rect, edge beyond int", S::stringToRect(u"2147483647,2,9,40"_s).top(), 2);
+        add("to rect, edge beyond int", S::stringToRect(u"2147483647,2,9,40"_s).right(), 2147483647);
         add("to rect, three fields", S::stringToRect(u"1,2,30"_s), QRect());
 
         add("2D", S::vector2DToString(QVector2D(1.5f, 0.1f)), u"1.5 0.100000001"_s);

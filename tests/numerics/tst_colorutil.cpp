@@ -20,6 +20,7 @@ private Q_SLOTS:
         QCOMPARE(ColorUtil::interpolate(first, second, 0.0), second);
         QCOMPARE(ColorUtil::interpolate(first, second, 0.25), QColor(50, 40, 30, 80));
         QCOMPARE(ColorUtil::interpolate(reds[0], reds[1], 0.1), reds[2]); // needs double precision
+        QCOMPARE(ColorUtil::interpolate(reds[2], reds[2], 0.5), reds[2]); // needs 16 bits a channel
     }
 
     void interpolatesPackedColors()
@@ -28,11 +29,9 @@ private Q_SLOTS:
         QCOMPARE(ColorUtil::interpolate(0xFF0064C8U, 0xFF281400U, 0.25), 0xFF1E2832U);
         QCOMPARE(ColorUtil::interpolate(0x00103080U, 0x00502060U, 1.0), 0xFF103080U);
         QCOMPARE(ColorUtil::interpolate(0x00103080U, 0x80502060U, 2.0), 0xFF0040A0U);
-        QCOMPARE(ColorUtil::interpolate(0xC0000080U, 0x00000060U, 1e17),
-            0xFF0000FFU); // the weights 1e17 and 1 - 1e17 do not add up to 1
+        QCOMPARE(ColorUtil::interpolate(0xC0000080U, 0x00000060U, 1e17), 0xFF0000FFU); // the weights' sum is not 1
         QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF000001U, 0.25), 0xFF000001U); // rounded, not truncated
-        QCOMPARE(
-            ColorUtil::interpolate(0xFF000000U, 0xFF00002DU, 0.3), 0xFF000020U); // mixed as real numbers, not as bytes
+        QCOMPARE(ColorUtil::interpolate(0xFF000000U, 0xFF00002DU, 0.3), 0xFF000020U); // not mixed as bytes
         QCOMPARE(ColorUtil::interpolate(0xFF000001U, 0xFF00001AU, 0.1), 0xFF000018U); // needs double precision
     }
 

@@ -34,6 +34,9 @@ class StringUtilityTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // In Turkish, the lower case of I is not i.
+    void initTestCase() { QLocale::setDefault(QLocale::Turkish); }
+
     void texts_data()
     {
         QTest::addColumn<QString>("actual");
