@@ -95,7 +95,7 @@ private Q_SLOTS:
 
     void oneOfTwoThreadsAnnouncesAStatus()
     {
-        constexpr int rounds = 10000;
+        constexpr int rounds = 20000;
         TestData record(u"a"_s);
         std::atomic<int> emitted = 0;
         std::atomic<int> arrivals = 0;

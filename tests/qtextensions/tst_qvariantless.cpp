@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QStringListModel>
 #include <QTest>
+#include <QTimeZone>
 #include <QUrl>
 #include <QUuid>
 
@@ -51,7 +52,7 @@ private Q_SLOTS:
         add("QByteArray, NUL", QByteArrayLiteral("a\0a"), QByteArrayLiteral("a\0b"));
         add("QDate, no text", QDate(9999, 1, 1), QDate(10000, 1, 1));
         add("QTime, milliseconds", QTime(1, 2, 3, 4), QTime(1, 2, 3, 5));
-        const QDateTime noon(QDate(2024, 2, 29), QTime(12, 0), Qt::UTC);
+        const QDateTime noon(QDate(2024, 2, 29), QTime(12, 0), QTimeZone::utc());
         add("QDateTime, milliseconds", noon, noon.addMSecs(1));
         add("QDateTime, offset", noon.toOffsetFromUtc(7200), noon.addSecs(60));
         add("QUrl", QUrl(u"http://a/"_s), QUrl(u"http://b/"_s));

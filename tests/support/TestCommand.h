@@ -58,7 +58,7 @@ public:
     QStringList lines() const
     {
         const QMutexLocker lock(&mutex);
-        return list;
+        return {list.begin(), list.end()}; // not shared, so the mutex alone orders the accesses
     }
     QString text() const { return lines().join(QStringLiteral(", ")); }
 
@@ -86,10 +86,11 @@ public:
     bool canBeStarted() const override
     {
         ++looks;
+        const bool answer = startable;
         if (lookHook) {
             lookHook();
         }
-        return startable;
+        return answer;
     }
     bool isFinished() override
     {
