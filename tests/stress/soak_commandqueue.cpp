@@ -21,7 +21,7 @@ namespace {
 constexpr unsigned clientCount = 4;
 constexpr qint64 timeout = 30'000; // in milliseconds, of a round
 
-enum Kind { Quick, Working, Repeating, Failing, Gated, Asking, kindCount };
+enum Kind { Quick, Repeating, Failing, Gated, Asking, kindCount };
 
 void execute(TestCommand &command, Kind kind)
 {
@@ -29,12 +29,6 @@ void execute(TestCommand &command, Kind kind)
         command.setError(4);
     } else if (kind == Repeating) {
         command.finished = command.calls.lines().count(u"execute"_s) == 3;
-    } else if (kind == Working) {
-        int steps = 0;
-        while (steps < 1000 && !command.isCancelled() && !command.isPaused()) {
-            ++steps;
-        }
-        command.finished = steps == 1000;
     }
 }
 
