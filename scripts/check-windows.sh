@@ -5,7 +5,7 @@
 #   --widgets   builds the example queue-monitor, too, and the Qt Widgets that it needs
 #
 # The first run cross-builds Core, Gui and Test from the source package of this machine's Qt. On two idle cores that
-# takes about 10 minutes, and 10 more for Widgets. The result is kept in ~/.cache/tarnwick/qt-windows: about 2 GB, with
+# takes 10 to 20 minutes, and 10 more for Widgets. The result is kept in ~/.cache/tarnwick/qt-windows: about 2 GB, with
 # Wine's files.
 #
 # Not tested there:

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs every test of src/ that uses threads under the thread sanitizer, with a Qt that is built with the sanitizer, too.
+# Runs the load test and every test of src/ that uses threads under the thread sanitizer, with a Qt that is built with it, too.
 # Tests that provoke a race repeat it 10,000 times. For the tests of the worker, TARNWICK_TORTURE_ROUNDS sets another
 # number.
 # usage: scripts/tsan.sh [CTEST-OPTION...]   for example: TARNWICK_TORTURE_ROUNDS=100 scripts/tsan.sh -R commandqueuethread
