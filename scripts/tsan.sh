@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the load test and every test of src/ that uses threads under the thread sanitizer, with a Qt that is built with it, too.
-# Tests that provoke a race repeat it 10,000 times. For the tests of the worker, TARNWICK_TORTURE_ROUNDS sets another
-# number.
+# Runs the load test and every test of src/ that uses threads under the thread sanitizer, with a Qt that is built with
+# it, too. Tests that provoke a race repeat it 10,000 times. For the tests of the worker, TARNWICK_TORTURE_ROUNDS sets
+# another number.
 # usage: scripts/tsan.sh [CTEST-OPTION...]   for example: TARNWICK_TORTURE_ROUNDS=100 scripts/tsan.sh -R commandqueuethread
 #
 # The sanitizer does not see the locks and the event queue of an ordinary Qt, and reports each QRecursiveMutex as a
