@@ -67,7 +67,7 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
 
-    // Created before the worker and destroyed after it: a signal may arrive when its command is destroyed.
+    // Created before the worker and destroyed after it: a signal may arrive after its command is destroyed.
     std::vector<std::unique_ptr<SumData>> records;
     for (const int last : {10, 1000, 2000000000}) {
         records.push_back(std::make_unique<SumData>(last));

@@ -12,7 +12,7 @@
 #include <vector>
 
 //! [recipe]
-// A command that cannot be started while it is paused. The queue skips it and runs the commands behind it.
+// A command that cannot be started while it is paused. The queue skips it and runs the commands after it.
 class HoldableCommand : public FunctionCommand
 {
 public:

@@ -70,7 +70,7 @@ private Q_SLOTS:
         QFETCH(const int, status);
         TestData record(u"a"_s);
         record.setStatus(CommandData::Status(status));
-        QCOMPARE(int(record.getStatus()), status);
+        QCOMPARE(record.getStatus(), CommandData::Status(status));
         QTEST(record.getStatusAsString(), "text");
     }
 

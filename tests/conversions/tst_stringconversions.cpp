@@ -197,8 +197,9 @@ private Q_SLOTS:
     void marksMatrixAsGeneral()
     {
         const QString identity = S::matrix4x4ToString(QMatrix4x4());
-        QCOMPARE(int(S::stringToQMatrix4x4(identity).flags()), 0x1f); // equal matrices may differ in their flags
-        QCOMPARE(int(S::stringToQMatrix4x4(u"1 2"_s).flags()), 0);
+        QCOMPARE(static_cast<int>(S::stringToQMatrix4x4(identity).flags()),
+            0x1f); // equal matrices may differ in their flags
+        QCOMPARE(static_cast<int>(S::stringToQMatrix4x4(u"1 2"_s).flags()), 0);
     }
 
     void translatesKeySequence()

@@ -55,7 +55,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     std::string known = '0' + text; // other bytes count as zeros; GMP takes none
     for (char &digit : known) {
         const int upper = std::toupper(static_cast<unsigned char>(digit));
-        digit = converter.getSourceBaseSet().find(char(upper)) == std::string::npos ? '0' : digit;
+        digit = converter.getSourceBaseSet().find(static_cast<char>(upper)) == std::string::npos ? '0' : digit;
     }
     mpz_t number;
     mpz_init_set_str(number, known.c_str(), static_cast<int>(converter.getSourceBase()));

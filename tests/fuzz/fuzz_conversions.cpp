@@ -66,8 +66,8 @@ void checkWriters(Input &input)
     const bool fixed = input.oneIn(2);
     const double a = input.real();
     const double b = input.real();
-    const QList<double> values = {a, b, double(precision), double(fixed)};
-    const auto vector = QVector2D(float(a), float(b));
+    const QList<double> values = {a, b, static_cast<double>(precision), static_cast<double>(fixed)};
+    const auto vector = QVector2D(static_cast<float>(a), static_cast<float>(b));
     const QString expected = reference::qpointfToString({a, b}, precision);
     const QString expectedVector = reference::vector2DToString(vector, precision, fixed);
     check("qpointfToString", Own::qpointfToString({a, b}, precision), expected, values);

@@ -57,7 +57,7 @@ QJsonValue makeVariation(Input &input, const QJsonArray &leaves, const QJsonValu
 {
     QJsonArray array;
     for (const QJsonValue element : value.toArray()) {
-        array.insert(input.below(int(array.size()) + 1), makeVariation(input, leaves, element));
+        array.insert(input.below(static_cast<int>(array.size()) + 1), makeVariation(input, leaves, element));
     }
     QJsonObject object = value.toObject();
     for (const QString &key : object.keys()) {
@@ -74,7 +74,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     constexpr qint64 last = std::numeric_limits<qint64>::max();
     static const QJsonArray leaves[] = {{0, 1, 0.5, -0.0, u"a"_s, u"1"_s, true, QJsonValue()},
         {last, last - 1, -last, 1e19},
-        {last, last - 1, last - 600, double(last), double(last / 2), last / 2, qQNaN()}};
+        {last, last - 1, last - 600, static_cast<double>(last), static_cast<double>(last / 2), last / 2, qQNaN()}};
     Input input(data, size);
     const int kind = input.below(3);
     const QJsonArray array = {makeValue(input, leaves[kind], 4), makeValue(input, leaves[kind], 4)};

@@ -52,9 +52,9 @@ private Q_SLOTS:
         QCOMPARE(darken(1, 0.001f), 0); // 0.001 rounds up
         QCOMPARE(darken(255, 0.2f), 204); // float precision: double gives 203
         QCOMPARE(darken(200, 0.0f), 200);
-        QCOMPARE(darken(200, float(qInf())), 0);
+        QCOMPARE(darken(200, static_cast<float>(qInf())), 0);
         QCOMPARE(darken(200, -0.5f), 200);
-        QCOMPARE(darken(200, float(qQNaN())), 200);
+        QCOMPARE(darken(200, static_cast<float>(qQNaN())), 200);
     }
 
     void makeDarkerColorOfUnusualColors()

@@ -12,12 +12,12 @@ bool registerMutableViewInQt(
 
 QByteArray QByteArray::fromStdString(const std::string &text)
 {
-    return QByteArray(text.data(), qsizetype(text.size()));
+    return QByteArray(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 std::string QByteArray::toStdString() const
 {
-    return std::string(data(), std::size_t(size()));
+    return std::string(data(), static_cast<std::size_t>(size()));
 }
 
 // The registered functions live until the end of the process.
