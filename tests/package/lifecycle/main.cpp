@@ -12,6 +12,10 @@ int main(int, char **argv)
     const std::string_view state = argv[2];
     for (int round = 1; round <= rounds; ++round) {
         QLibrary client(QString::fromLocal8Bit(argv[1]));
+        if (round == rounds) {
+            // Otherwise newer versions of Qt unload the client while the process ends and its command still runs.
+            client.setLoadHints(QLibrary::PreventUnloadHint);
+        }
         const auto leaveWorker = reinterpret_cast<void (*)(bool, bool)>(client.resolve("leaveWorker"));
         leaveWorker(state == "executing" || (state == "loading" && round == rounds), state != "loading");
         if (round < rounds && !client.unload()) {
