@@ -113,9 +113,9 @@ struct Fixture
                 gate.arrive();
             }
         };
-        directly(queue, &CommandQueue::commandStarted, [=] { arriveIn(InCommandStarted); });
-        a.command->work = [=](TestCommand &) { arriveIn(InExecute); };
-        directly(queue, &CommandQueue::commandFinished, [=] {
+        directly(queue, &CommandQueue::commandStarted, [arriveIn] { arriveIn(InCommandStarted); });
+        a.command->work = [arriveIn](TestCommand &) { arriveIn(InExecute); };
+        directly(queue, &CommandQueue::commandFinished, [this, arriveIn] {
             ++runs;
             arriveIn(InCommandFinished);
         });
