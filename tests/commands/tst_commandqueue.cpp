@@ -213,12 +213,12 @@ private Q_SLOTS:
             {during("execute A", {error, during("execute A", {error})}),
                 during("handleCommandInError", {clearCurrent}),
                 process},
-            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, A ERR, "
-            "error A, handleCommandInError, removed A, end A");
+            "begin A, A PROCESSING, execute A, A ERR, error A, handleCommandInError, A PROCESSING, execute A, "
+            "A ERR, error A, handleCommandInError, removed A, end A");
         row("unfinished, then finished; keeps its place",
             {add('B'), unfinished, during("A QUEUEING", {showListed, finished}), process},
-            "B QUEUEING, added B, begin A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, execute "
-            "A, A FINISHED, removed A, B PROCESSING, execute B, B FINISHED, removed B, end A");
+            "B QUEUEING, added B, begin A, A PROCESSING, execute A, A QUEUEING, listed: AB, A PROCESSING, "
+            "execute A, A FINISHED, removed A, B PROCESSING, execute B, B FINISHED, removed B, end A");
         row("what commandRemoved finds: not listed, but current",
             {during("removed A", {showListed, cancel('A'), pause}), process},
             "begin A, A PROCESSING, execute A, A FINISHED, removed A, listed: , cancel A, pause A, end A, left paused");
@@ -234,8 +234,8 @@ private Q_SLOTS:
             "left B paused");
         row("pause of an unfinished command; next run",
             {unfinished, during("execute A", {pause}), process, finished, process},
-            "begin A, A PROCESSING, execute A, pause A, A QUEUEING, end A, begin A, A PROCESSING, execute "
-            "A, A FINISHED, removed A, end A");
+            "begin A, A PROCESSING, execute A, pause A, A QUEUEING, end A, begin A, A PROCESSING, execute A, "
+            "A FINISHED, removed A, end A");
 
         // User action.
         row("user action, still required, cancelled",
@@ -294,26 +294,27 @@ private Q_SLOTS:
             "B QUEUEING, added B locked, cancel B locked, B CANCELLED locked, removed B locked, left A");
         row("finished",
             {process},
-            "begin A processing, A PROCESSING processing, execute A processing, isFinished A processing, A FINISHED "
-            "processing, removed A locked processing, end A");
+            "begin A processing, A PROCESSING processing, execute A processing, isFinished A processing, "
+            "A FINISHED processing, removed A locked processing, end A");
         row("cancelled and paused",
             {unfinished, during("execute A", {cancel('A'), pause}), process},
-            "begin A processing, A PROCESSING processing, execute A processing, cancel A locked processing, pause "
-            "A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, removed A "
-            "locked "
-            "processing paused, end A paused, left paused");
+            "begin A processing, A PROCESSING processing, execute A processing, cancel A locked processing, "
+            "pause A locked processing paused, isFinished A processing paused, A CANCELLED processing paused, "
+            "removed A locked processing paused, end A paused, left paused");
         row("unfinished",
             {unfinished, during("execute A", {notStartable}), process},
-            "begin A processing, A PROCESSING processing, execute A processing, isFinished A processing, A QUEUEING "
-            "processing, end A, left A");
+            "begin A processing, A PROCESSING processing, execute A processing, isFinished A processing, "
+            "A QUEUEING processing, end A, left A");
         row("error",
             {during("execute A", {error}), process},
-            "begin A processing, A PROCESSING processing, execute A processing, A ERR processing, error A processing, "
-            "isFinished A processing, handleCommandInError processing, removed A locked processing, end A");
+            "begin A processing, A PROCESSING processing, execute A processing, A ERR processing, "
+            "error A processing, isFinished A processing, handleCommandInError processing, "
+            "removed A locked processing, end A");
         row("user action",
             {requireUserAction('A'), showLooks('A'), process},
-            "A REQUIRE_USER_ACTION, look A locked, begin A processing, look A locked processing, look A locked "
-            "processing, awaiting A locked processing paused, look A locked paused, end A paused, left A paused");
+            "A REQUIRE_USER_ACTION, look A locked, begin A processing, look A locked processing, "
+            "look A locked processing, awaiting A locked processing paused, look A locked paused, end A paused, "
+            "left A paused");
     }
     void lockAndState() { compare(true); }
 

@@ -277,14 +277,14 @@ private Q_SLOTS:
     // B can start while the run takes its last look, too late for that. So the signal has to wake the worker.
     void finishCommandAllowedAtTheEndOfARunCounts()
     {
+        std::atomic<bool> executed = false;
+        QSemaphore lastLook;
         std::deque<Item> items;
         Worker worker;
         worker.start();
         for (int round = 0, end = rounds(100); round < end; ++round) {
             Item &a = items.emplace_back(u"A"_s);
             Item &b = items.emplace_back(u"B"_s);
-            std::atomic<bool> executed = false;
-            QSemaphore lastLook;
             a.command->work = [&](TestCommand &) { executed = true; };
             b.command->startable = false;
             b.command->lookHook = [&] {
@@ -319,10 +319,11 @@ private Q_SLOTS:
             CommandQueue queue;
             queue.addCommand(a.command);
             std::thread driver([&] { queue.process(); });
-            looked.acquire();
+            const bool isInTime = looked.tryAcquire(1, timeout);
             queue.pause();
             const QString before = a.command->calls.text();
             driver.join();
+            QVERIFY(isInTime);
             QVERIFY(before.contains(u"pause") || a.command->calls.text() == before);
         }
     }
